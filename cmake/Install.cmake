@@ -1,0 +1,20 @@
+include(CMakePackageConfigHelpers)
+
+install(TARGETS velkapi EXPORT VelkApiTargets
+  RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
+  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+  ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
+  INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/velkapi DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+
+set(VELKAPI_CMAKE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/VelkApi)
+install(EXPORT VelkApiTargets NAMESPACE VelkApi:: DESTINATION ${VELKAPI_CMAKE_DIR})
+configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/VelkApiConfig.cmake.in
+  ${PROJECT_BINARY_DIR}/VelkApiConfig.cmake INSTALL_DESTINATION ${VELKAPI_CMAKE_DIR})
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/VelkApiConfigVersion.cmake
+  COMPATIBILITY SameMajorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/VelkApiConfig.cmake ${PROJECT_BINARY_DIR}/VelkApiConfigVersion.cmake
+  DESTINATION ${VELKAPI_CMAKE_DIR})
+
+configure_file(${PROJECT_SOURCE_DIR}/cmake/velkapi.pc.in ${PROJECT_BINARY_DIR}/velkapi.pc @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/velkapi.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
