@@ -1,0 +1,103 @@
+// The base of every section of an operation: its parameters as named entries, looked up without
+// regard to case, with typed keyed access for callers and, for derived sections, the adding
+// operations that declare entries and the field readers of the section line format.
+//
+// Section line format: fields separated by runs of white space, numbered from 0. Doubles are
+// written with six significant digits ("%g") and read with strtod after every ',' of the line
+// became '.'; ints are decimal; a group of option bits sharing one number is one int, the sum of
+// 2^(bit-1) over its true bits; a text is written as it is (an empty text as 2147483647) and
+// read as a bare run of non-blank characters or as a text in single quotes.
+//
+// No operation lets an exception out: each logs its own text and returns a neutral result.
+// A copy shares its source's entries.
+#pragma once
+
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <velkapi/SectionValue.h>
+
+namespace VelkApi {
+
+class OperationBase;
+
+class VELKAPI_EXPORT SectionDictionary {
+  public:
+    explicit SectionDictionary(int sectionnr);
+    SectionDictionary(const SectionDictionary&) = default;
+    SectionDictionary& operator=(const SectionDictionary&) = default;
+    virtual ~SectionDictionary();
+
+    virtual void* getValue(const std::string& key, void* target) const;
+    virtual void setValue(const std::string& key, const void* source);
+    virtual std::string getValueAsString(const std::string& key) const;
+    virtual void setInt(const std::string& key, int val);
+    virtual int getInt(const std::string& key) const;
+    virtual void setDouble(const std::string& key, double val);
+    virtual double getDouble(const std::string& key) const;
+    virtual void setBool(const std::string& key, bool val);
+    virtual bool getBool(const std::string& key) const;
+    virtual void setString(const std::string& key, const std::string& val);
+    virtual std::string getString(const std::string& key) const;
+    // Empties `keys`, then lists every key in ascending byte order.
+    virtual std::vector<std::string>& readKeys(std::vector<std::string>& keys) const;
+    virtual bool existsKey(const std::string& key) const;
+    virtual bool isAxis(const std::string& key) const;
+    // Every entry takes its default.
+    virtual void setDefault();
+    // Every entry is cleared (ints and doubles to their "not set" markers), whatever its name.
+    virtual void clearAdditionals();
+    virtual void writeToVDM(OperationBase* op) = 0;
+    virtual void readFromVDM(OperationBase* op) = 0;
+    // Removes every entry.
+    virtual void clear();
+
+    void setOperation(OperationBase* op) { operation = op; }
+    OperationBase* getOperation() const { return operation; }
+    int getSectionNr() const { return sectionNr; }
+
+  protected:
+    using Entries = std::map<std::string, std::unique_ptr<SectionValue>>;
+
+    // Field `n` of a section line, or `defaultval` when the line has no such field.
+    int getIntFromLine(const std::string& line, size_t n, int defaultval);
+    double getDoubleFromLine(const std::string& line, size_t n, double defaultval);
+    std::string getStringFromLine(const std::string& line, size_t n, std::string defaultval);
+
+    // Declaring entries: the name is lower-cased, and a name already declared keeps its first
+    // entry. addParameter takes ownership of both values.
+    void addParameter(int pnr, const std::string& name, Value* value, Value* defaultval,
+                      ValueDataType vdtype, bool isaxis);
+    void addDoubleParameter(int pnr, const std::string& name, double defaultval, double val);
+    void addDoubleParameter(int pnr, const std::string& name, double defaultval);
+    void addAxisParameter(int pnr, const std::string& name, double defaultval);
+    void addIntParameter(int pnr, const std::string& name, int defaultval, int val);
+    void addIntParameter(int pnr, const std::string& name, int defaultval);
+    void addBoolParameter(int pnr, int bit, const std::string& name, bool defaultval, bool val);
+    void addStringParameter(int pnr, const std::string& name, const std::string& defaultval,
+                            const std::string& value);
+    void addStringParameter(int pnr, const std::string& name, const std::string& defaultval);
+    void addStringParameter(int pnr, const std::string& name);
+    void addStringAxisParameter(int pnr, const std::string& name, const std::string& defaultval);
+
+    // The entry of `key` (any case), or null.
+    SectionValue* findEntry(const std::string& key) const;
+    // Every entry, ordered by number (entries of equal number in key order).
+    std::vector<SectionValue*> entriesByNumber() const;
+    const Entries& entries() const { return *values; }
+
+    OperationBase* operation = nullptr;
+    std::shared_ptr<Entries> values;
+    int sectionNr;
+
+  private:
+    Entries& entryMap() const;
+    void insertEntry(std::unique_ptr<SectionValue> entry);
+    template <typename Kind, typename Datum>
+    void addValuePair(int pnr, const std::string& name, Datum defaultval, Datum val,
+                      ValueDataType vdtype, bool isaxis);
+};
+
+}  // namespace VelkApi

@@ -1,0 +1,92 @@
+// Typed cells behind every parameter of every section. A value owns one datum; a copy shares it,
+// so setting a value through one copy is seen through the other, and destroying both is safe.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include <velkapi/Export.h>
+
+namespace VelkApi {
+
+// The type tag a section entry carries. Each Value's kind code is one less than its tag.
+enum class ValueDataType : int {
+    None = 0,
+    Double = 1,
+    Int = 2,
+    Bool = 3,
+    String = 4,
+    VelkObject = 5,
+    Action = 6,
+};
+
+// Markers for "not set" and "cleared axis value"; both render as an empty text.
+constexpr int kUnsetInt = 2147483647;
+constexpr double kUnsetDouble = 2147483647.0;
+constexpr int kClearedAxis = -999999;
+
+class VELKAPI_EXPORT Value {
+  public:
+    virtual ~Value();
+    // Copies the datum into *target (an object of the datum's own type) and returns target.
+    virtual void* getValue(void* target) const = 0;
+    // The datum becomes *source (an object of the datum's own type).
+    virtual void setValue(const void* source) = 0;
+    virtual std::string getValueAsString() const = 0;
+
+    int getKind() const { return kind; }
+
+  protected:
+    Value(int kind, std::shared_ptr<void> datum);
+    Value(const Value&) = default;
+    Value& operator=(const Value&) = default;
+
+    template <typename T>
+    T* data() const {
+        return static_cast<T*>(datum.get());
+    }
+
+    int kind;
+    std::shared_ptr<void> datum;
+};
+
+class VELKAPI_EXPORT IntValue : public Value {
+  public:
+    explicit IntValue(int value);
+    ~IntValue() override;
+    void* getValue(void* target) const override;
+    void setValue(const void* source) override;
+    std::string getValueAsString() const override;
+};
+
+class VELKAPI_EXPORT DoubleValue : public Value {
+  public:
+    explicit DoubleValue(double value);
+    ~DoubleValue() override;
+    void* getValue(void* target) const override;
+    void setValue(const void* source) override;
+    std::string getValueAsString() const override;
+};
+
+class VELKAPI_EXPORT BoolValue : public Value {
+  public:
+    explicit BoolValue(bool value);
+    // Bit `bit` (1 = least significant .. 32) of `word`; any other bit throws std::out_of_range
+    // "invalid bitset position".
+    BoolValue(int word, int bit);
+    ~BoolValue() override;
+    void* getValue(void* target) const override;
+    void setValue(const void* source) override;
+    std::string getValueAsString() const override;
+};
+
+class VELKAPI_EXPORT StringValue : public Value {
+  public:
+    explicit StringValue(const std::string& value);
+    ~StringValue() override;
+    void* getValue(void* target) const override;
+    void setValue(const void* source) override;
+    std::string getValueAsString() const override;
+};
+
+}  // namespace VelkApi

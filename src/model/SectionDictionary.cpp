@@ -1,0 +1,361 @@
+#include <velkapi/SectionDictionary.h>
+
+#include <algorithm>
+#include <cctype>
+#include <stdexcept>
+
+#include "host/ErrorBoundary.h"
+#include "model/TextHelpers.h"
+
+namespace VelkApi {
+
+using detail::guarded;
+
+namespace {
+
+std::string lowerCased(std::string text) {
+    for (char& c : text) {
+        c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    }
+    return text;
+}
+
+}  // namespace
+
+SectionDictionary::SectionDictionary(int sectionnr) : sectionNr(sectionnr) {
+    guarded("Error in SectionDictionary(int sectionnr)",
+            [&] { values = std::make_shared<Entries>(); });
+}
+
+SectionDictionary::~SectionDictionary() = default;
+
+SectionDictionary::Entries& SectionDictionary::entryMap() const {
+    if (!values) {  // the constructor failed to make the map
+        throw std::logic_error("section has no entry map");
+    }
+    return *values;
+}
+
+SectionValue* SectionDictionary::findEntry(const std::string& key) const {
+    Entries& map = entryMap();
+    const auto found = map.find(lowerCased(key));
+    return found == map.end() ? nullptr : found->second.get();
+}
+
+std::vector<SectionValue*> SectionDictionary::entriesByNumber() const {
+    std::vector<SectionValue*> sorted;
+    for (const auto& [key, entry] : entryMap()) {
+        sorted.push_back(entry.get());
+    }
+    std::stable_sort(
+        sorted.begin(), sorted.end(),
+        [](const SectionValue* a, const SectionValue* b) { return a->getNr() < b->getNr(); });
+    return sorted;
+}
+
+// ---- keyed access
+
+void* SectionDictionary::getValue(const std::string& key, void* target) const {
+    const auto describe = [&] {
+        return "Error in SectionDictionary" + std::to_string(sectionNr) + "::getValue(" + key + ")";
+    };
+    return guarded<void*>(nullptr, describe, [&]() -> void* {
+        const SectionValue* entry = findEntry(key);
+        return entry ? entry->getValue(target) : nullptr;
+    });
+}
+
+void SectionDictionary::setValue(const std::string& key, const void* source) {
+    const auto describe = [&] { return "Error in SectionDictionary::setValue(" + key + ")"; };
+    guarded(describe, [&] {
+        if (SectionValue* entry = findEntry(key)) {
+            entry->setValue(source);
+        }
+    });
+}
+
+std::string SectionDictionary::getValueAsString(const std::string& key) const {
+    const auto describe = [&] {
+        return "Error in SectionDictionary" + std::to_string(sectionNr) + "::getValue(" + key + ")";
+    };
+    return guarded<std::string>("", describe, [&] {
+        const SectionValue* entry = findEntry(key);
+        return entry ? entry->getValueAsString() : std::string();
+    });
+}
+
+void SectionDictionary::setInt(const std::string& key, int val) {
+    guarded("Error in SectionDictionary::setInt(const string &  key, int val)",
+            [&] { setValue(key, &val); });
+}
+
+int SectionDictionary::getInt(const std::string& key) const {
+    return guarded(0, "Error in SectionDictionary::getInt(const string &  key) ", [&] {
+        int result = 0;
+        getValue(key, &result);
+        return result;
+    });
+}
+
+void SectionDictionary::setDouble(const std::string& key, double val) {
+    guarded("Error in SectionDictionary::setDouble(const string &  key, double val)",
+            [&] { setValue(key, &val); });
+}
+
+double SectionDictionary::getDouble(const std::string& key) const {
+    return guarded(0.0, "Error in SectionDictionary::getDouble(const string &  key)", [&] {
+        double result = 0.0;
+        getValue(key, &result);
+        return result;
+    });
+}
+
+void SectionDictionary::setBool(const std::string& key, bool val) {
+    guarded("Error in SectionDictionary::setBool(const string &  key, bool val)",
+            [&] { setValue(key, &val); });
+}
+
+bool SectionDictionary::getBool(const std::string& key) const {
+    return guarded(false, "Error in SectionDictionary::getBool(const string &  key)", [&] {
+        bool result = false;
+        getValue(key, &result);
+        return result;
+    });
+}
+
+void SectionDictionary::setString(const std::string& key, const std::string& val) {
+    guarded("Error in SectionDictionary::setString(const string &  key, const string & val) ",
+            [&] { setValue(key, &val); });
+}
+
+std::string SectionDictionary::getString(const std::string& key) const {
+    const auto describe = [&] {
+        return "Error in SectionDictionary::getString(const string &  key) => " + key;
+    };
+    return guarded<std::string>("", describe, [&] {
+        std::string result;
+        getValue(key, &result);
+        return result;
+    });
+}
+
+std::vector<std::string>& SectionDictionary::readKeys(std::vector<std::string>& keys) const {
+    guarded("Error in SectionDictionary::readKeys(vector<string> & keys)", [&] {
+        keys.clear();
+        for (const auto& entry : entryMap()) {
+            keys.push_back(entry.first);
+        }
+    });
+    return keys;
+}
+
+bool SectionDictionary::existsKey(const std::string& key) const {
+    return guarded(false, "Error in SectionDictionary::existsKey(const string & key)",
+                   [&] { return findEntry(key) != nullptr; });
+}
+
+bool SectionDictionary::isAxis(const std::string& key) const {
+    return guarded(false, "Error in SectionDictionary::isAxis(const string & key)", [&] {
+        const SectionValue* entry = findEntry(key);
+        return entry != nullptr && entry->isAxis();
+    });
+}
+
+void SectionDictionary::setDefault() {
+    guarded("Error in SectionDictionary::setDefault()", [&] {
+        for (auto& entry : entryMap()) {
+            entry.second->setValueToDefault();
+        }
+    });
+}
+
+void SectionDictionary::clearAdditionals() {
+    guarded("Error in SectionDictionary::clearAdditionals()", [&] {
+        for (auto& entry : entryMap()) {
+            entry.second->clearValue();
+        }
+    });
+}
+
+void SectionDictionary::clear() {
+    guarded("Error in SectionDictionary::clear()", [&] { entryMap().clear(); });
+}
+
+// ---- declaring entries
+
+void SectionDictionary::insertEntry(std::unique_ptr<SectionValue> entry) {
+    const std::string key = entry->getName();
+    entryMap().emplace(key, std::move(entry));
+}
+
+template <typename Kind, typename Datum>
+void SectionDictionary::addValuePair(int pnr, const std::string& name, Datum defaultval, Datum val,
+                                     ValueDataType vdtype, bool isaxis) {
+    auto value = std::make_unique<Kind>(val);
+    auto fallback = std::make_unique<Kind>(defaultval);
+    addParameter(pnr, name, value.release(), fallback.release(), vdtype, isaxis);
+}
+
+void SectionDictionary::addParameter(int pnr, const std::string& name, Value* value,
+                                     Value* defaultval, ValueDataType vdtype, bool isaxis) {
+    guarded(
+        "Error in SectionDictionary::addParameter(int pnr, const string &  name, Value * value, "
+        "Value* defaultval, ValueDataType vdtype, bool isaxis)",
+        [&] {
+            // Owned from here on, whatever fails below.
+            std::unique_ptr<Value> valueOwner(value);
+            std::unique_ptr<Value> defaultOwner(defaultval);
+            std::shared_ptr<Value> ownedValue(std::move(valueOwner));
+            std::shared_ptr<Value> ownedDefault(std::move(defaultOwner));
+            insertEntry(std::make_unique<SectionValue>(pnr, 0, lowerCased(name), ownedValue,
+                                                       ownedDefault, vdtype, isaxis));
+        });
+}
+
+void SectionDictionary::addDoubleParameter(int pnr, const std::string& name, double defaultval,
+                                           double val) {
+    guarded(
+        "Error in SectionDictionary::addDoubleParameter(int pnr, const string &  name, double "
+        "defaultval, double val)",
+        [&] {
+            addValuePair<DoubleValue>(pnr, name, defaultval, val, ValueDataType::Double, false);
+        });
+}
+
+void SectionDictionary::addDoubleParameter(int pnr, const std::string& name, double defaultval) {
+    guarded(
+        "Error in SectionDictionary::addDoubleParameter(int pnr, const string &  name, double "
+        "defaultval)",
+        [&] {
+            addValuePair<DoubleValue>(pnr, name, defaultval, defaultval, ValueDataType::Double,
+                                      false);
+        });
+}
+
+void SectionDictionary::addAxisParameter(int pnr, const std::string& name, double defaultval) {
+    guarded(
+        "Error in SectionDictionary::addAxisParameter(int pnr, const string &  name, double "
+        "defaultval)",
+        [&] {
+            addValuePair<DoubleValue>(pnr, name, defaultval, defaultval, ValueDataType::Double,
+                                      true);
+        });
+}
+
+void SectionDictionary::addIntParameter(int pnr, const std::string& name, int defaultval, int val) {
+    guarded(
+        "Error in SectionDictionary::addIntParameter(int pnr, const string &  name, int "
+        "defaultval, int val)",
+        [&] { addValuePair<IntValue>(pnr, name, defaultval, val, ValueDataType::Int, false); });
+}
+
+void SectionDictionary::addIntParameter(int pnr, const std::string& name, int defaultval) {
+    guarded(
+        "Error in SectionDictionary::addIntParameter(int pnr, const string &  name, int "
+        "defaultval)",
+        [&] {
+            addValuePair<IntValue>(pnr, name, defaultval, defaultval, ValueDataType::Int, false);
+        });
+}
+
+void SectionDictionary::addBoolParameter(int pnr, int bit, const std::string& name, bool defaultval,
+                                         bool val) {
+    guarded(
+        "Error in SectionDictionary::addBoolParameter(int pnr, int bit, const string &  name, "
+        "bool defaultval, bool val)",
+        [&] {
+            std::shared_ptr<Value> value = std::make_shared<BoolValue>(val);
+            std::shared_ptr<Value> fallback = std::make_shared<BoolValue>(defaultval);
+            insertEntry(std::make_unique<SectionValue>(pnr, bit, lowerCased(name), value, fallback,
+                                                       ValueDataType::Bool, false));
+        });
+}
+
+namespace {
+
+constexpr const char* kAddStringText =
+    "Error in SectionDictionary::addStringParameter(int pnr, const string &  name, const string "
+    "&  defaultval, const string &  value)";
+
+}  // namespace
+
+void SectionDictionary::addStringParameter(int pnr, const std::string& name,
+                                           const std::string& defaultval,
+                                           const std::string& value) {
+    guarded(kAddStringText, [&] {
+        addValuePair<StringValue, const std::string&>(pnr, name, defaultval, value,
+                                                      ValueDataType::String, false);
+    });
+}
+
+void SectionDictionary::addStringParameter(int pnr, const std::string& name,
+                                           const std::string& defaultval) {
+    addStringParameter(pnr, name, defaultval, defaultval);
+}
+
+void SectionDictionary::addStringParameter(int pnr, const std::string& name) {
+    addStringParameter(pnr, name, "", "");
+}
+
+void SectionDictionary::addStringAxisParameter(int pnr, const std::string& name,
+                                               const std::string& defaultval) {
+    guarded(kAddStringText, [&] {
+        addValuePair<StringValue, const std::string&>(pnr, name, defaultval, defaultval,
+                                                      ValueDataType::String, true);
+    });
+}
+
+// ---- field readers
+
+int SectionDictionary::getIntFromLine(const std::string& line, size_t n, int defaultval) {
+    return guarded(0,
+                   "Error in SectionDictionary::getIntFromLine(const string & line, int "
+                   "defaultval)",
+                   [&] {
+                       std::size_t pos = text::fieldPosition(line, n);
+                       if (pos == text::kNotFound) {
+                           return defaultval;
+                       }
+                       int result = defaultval;
+                       text::readInt(line, pos, result, defaultval);
+                       return result;
+                   });
+}
+
+double SectionDictionary::getDoubleFromLine(const std::string& line, size_t n, double defaultval) {
+    const auto describe = [](const char* reason) {
+        return std::string(
+                   "Error in SectionDictionary::getDoubleFromLine((const string & line, double "
+                   "defaultval) => ") +
+               reason + " ";
+    };
+    return guarded(defaultval, describe, [&] {
+        std::string decimal = line;
+        std::replace(decimal.begin(), decimal.end(), ',', '.');
+        std::size_t pos = text::fieldPosition(decimal, n);
+        if (pos == text::kNotFound) {
+            return defaultval;
+        }
+        double result = defaultval;
+        text::readDouble(decimal, pos, result, defaultval);
+        return result;
+    });
+}
+
+std::string SectionDictionary::getStringFromLine(const std::string& line, size_t n,
+                                                 std::string defaultval) {
+    return guarded(defaultval,
+                   "Error in SectionDictionary::getStringFromLine((const string & line, double "
+                   "defaultval)",
+                   [&]() -> std::string {
+                       std::size_t pos = text::fieldPosition(line, n);
+                       if (pos == text::kNotFound) {
+                           return defaultval;
+                       }
+                       std::string result;  // an unclosed quote leaves it empty
+                       text::readToken(line, pos, result, defaultval);
+                       return result;
+                   });
+}
+
+}  // namespace VelkApi

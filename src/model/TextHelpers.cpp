@@ -1,0 +1,235 @@
+#include "model/TextHelpers.h"
+
+#include <cctype>
+#include <cerrno>
+#include <charconv>
+#include <climits>
+#include <cstdlib>
+#include <stdexcept>
+
+namespace VelkApi::text {
+
+bool isBlank(char c) {
+    const auto byte = static_cast<unsigned char>(c);
+    return byte != 0 && byte < 0x80 && std::isspace(byte) != 0;
+}
+
+void skipBlanks(const std::string& line, std::size_t& pos) {
+    while (pos < line.size() && isBlank(line[pos])) {
+        ++pos;
+    }
+}
+
+namespace {
+
+long convertLong(const std::string& text, std::size_t& used) {
+    const char* begin = text.c_str();
+    char* end = nullptr;
+    errno = 0;
+    const long value = std::strtol(begin, &end, 10);
+    if (end == begin) {
+        throw std::invalid_argument("invalid stoi argument");
+    }
+    if (errno == ERANGE || value < INT_MIN || value > INT_MAX) {
+        throw std::out_of_range("stoi argument out of range");
+    }
+    used = static_cast<std::size_t>(end - begin);
+    return value;
+}
+
+}  // namespace
+
+std::size_t toInt(const std::string& text, int& target) {
+    if (text.empty()) {
+        return 0;
+    }
+    std::size_t used = 0;
+    target = static_cast<int>(convertLong(text, used));
+    return used;
+}
+
+std::size_t toByte(const std::string& text, char& target) {
+    if (text.empty()) {
+        return 0;
+    }
+    std::size_t used = 0;
+    target = static_cast<char>(convertLong(text, used));
+    return used;
+}
+
+std::size_t toDouble(const std::string& text, double& target) {
+    if (text.empty()) {
+        return 0;
+    }
+    const char* begin = text.c_str();
+    char* end = nullptr;
+    errno = 0;
+    const double value = std::strtod(begin, &end);
+    if (end == begin) {
+        throw std::invalid_argument("invalid stod argument");
+    }
+    if (errno == ERANGE) {
+        throw std::out_of_range("stod argument out of range");
+    }
+    target = value;
+    return static_cast<std::size_t>(end - begin);
+}
+
+std::size_t fieldPosition(const std::string& line, std::size_t n) {
+    std::size_t pos = 0;
+    for (std::size_t field = 0; field < n; ++field) {
+        skipBlanks(line, pos);
+        while (pos < line.size() && !isBlank(line[pos])) {
+            ++pos;
+        }
+        if (pos >= line.size()) {
+            return kNotFound;
+        }
+        skipBlanks(line, pos);
+    }
+    return pos;
+}
+
+namespace {
+
+// Skips blanks, converts the rest of the line with `convert` and advances pos past it.
+template <typename Target, typename Convert>
+std::size_t readWith(const std::string& line, std::size_t& pos, Target& target, Target fallback,
+                     Convert convert) {
+    skipBlanks(line, pos);
+    if (pos >= line.size()) {
+        target = fallback;
+        return 0;
+    }
+    const std::size_t used = convert(line.substr(pos), target);
+    if (used == 0) {
+        target = fallback;
+        return 0;
+    }
+    pos += used;
+    return used;
+}
+
+}  // namespace
+
+std::size_t readInt(const std::string& line, std::size_t& pos, int& target, int fallback) {
+    return readWith(line, pos, target, fallback, toInt);
+}
+
+std::size_t readByte(const std::string& line, std::size_t& pos, char& target) {
+    return readWith(line, pos, target, char{0}, toByte);
+}
+
+std::size_t readDouble(const std::string& line, std::size_t& pos, double& target, double fallback) {
+    return readWith(line, pos, target, fallback, toDouble);
+}
+
+std::size_t readToken(const std::string& line, std::size_t& pos, std::string& target,
+                      const std::string& fallback) {
+    skipBlanks(line, pos);
+    std::size_t begin = pos;
+    std::size_t end = pos;
+    std::size_t next = pos;
+    if (pos < line.size() && line[pos] == '\'') {
+        begin = pos + 1;
+        end = line.find('\'', begin);
+        if (end == std::string::npos) {
+            return 0;
+        }
+        next = end + 1;
+    } else {
+        while (end < line.size() && !isBlank(line[end])) {
+            ++end;
+        }
+        next = end;
+    }
+    if (end == begin) {
+        target = fallback;
+        return 0;
+    }
+    target = line.substr(begin, end - begin);
+    pos = next;
+    return end - begin;
+}
+
+std::size_t readNumberToken(const std::string& line, std::size_t& pos, double& target,
+                            double fallback) {
+    const std::size_t given = pos;
+    std::size_t at = pos;
+    skipBlanks(line, at);
+    const std::size_t runEnd = line.find_first_not_of("0123456789+-.e,", at);
+    std::string run = line.substr(at, (runEnd == std::string::npos ? line.size() : runEnd) - at);
+    if (run.empty()) {
+        target = fallback;
+        return 0;
+    }
+    if (const std::size_t comma = run.find(','); comma != std::string::npos) {
+        run[comma] = '.';
+    }
+    const std::size_t used = toDouble(run, target);
+    pos = at + used;
+    return pos - given;
+}
+
+bool readAxisValues(const std::string& line, std::size_t& pos, double& x, double& y, double& z) {
+    skipBlanks(line, pos);
+    bool anyRead = false;
+    while (pos < line.size()) {
+        const char axis = line[pos];
+        double* target = nullptr;
+        switch (axis) {
+            case 'X':
+            case 'x':
+                target = &x;
+                break;
+            case 'Y':
+            case 'y':
+                target = &y;
+                break;
+            case 'Z':
+            case 'z':
+                target = &z;
+                break;
+            default:
+                return anyRead;
+        }
+        ++pos;
+        if (readNumberToken(line, pos, *target, 0.0) > 0) {
+            anyRead = true;
+        }
+        skipBlanks(line, pos);
+    }
+    return anyRead;
+}
+
+std::string trimNumber(std::string number) {
+    while (!number.empty() && number.back() == '0') {
+        number.pop_back();
+    }
+    if (!number.empty() && number.back() == '.') {
+        while (!number.empty() && number.back() == '.') {
+            number.pop_back();
+        }
+    }
+    return number == "-0" ? "0" : number;
+}
+
+namespace {
+
+std::string printNumber(double value, std::chars_format format) {
+    char buffer[400];
+    const auto result = std::to_chars(buffer, buffer + sizeof buffer, value, format, 6);
+    return std::string(buffer, result.ptr);
+}
+
+}  // namespace
+
+std::string general6(double value) {
+    return printNumber(value, std::chars_format::general);
+}
+
+std::string fixed6(double value) {
+    return printNumber(value, std::chars_format::fixed);
+}
+
+}  // namespace VelkApi::text

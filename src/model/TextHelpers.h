@@ -1,0 +1,50 @@
+// Readers and printers shared by every parser of record text.
+//
+// Rules:
+//  - A line is read from a position that the reader advances. White space is the C runtime's
+//    isspace set; a byte with the high bit set, or a zero byte, is never white space.
+//  - Integers convert like strtol (base 10), doubles like strtod. A conversion that takes no
+//    character throws std::invalid_argument ("invalid stoi argument" / "invalid stod argument");
+//    a value out of range throws std::out_of_range ("stoi argument out of range" /
+//    "stod argument out of range"). The readers let these pass; nothing else throws.
+//  - Numbers are printed with std::to_chars so that every platform prints the same bytes:
+//    general6 is "%g" (six significant digits), fixed6 is "%f".
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+namespace VelkApi::text {
+
+constexpr std::size_t kNotFound = static_cast<std::size_t>(-1);
+
+bool isBlank(char c);
+void skipBlanks(const std::string& line, std::size_t& pos);
+
+// Characters converted; an empty text converts nothing and leaves the target alone.
+std::size_t toInt(const std::string& text, int& target);
+std::size_t toDouble(const std::string& text, double& target);
+std::size_t toByte(const std::string& text, char& target);
+
+// Start of field n (0-based, fields separated by white space), or kNotFound.
+std::size_t fieldPosition(const std::string& line, std::size_t n);
+
+std::size_t readInt(const std::string& line, std::size_t& pos, int& target, int fallback);
+std::size_t readByte(const std::string& line, std::size_t& pos, char& target);
+std::size_t readDouble(const std::string& line, std::size_t& pos, double& target, double fallback);
+// A bare run of non-blank characters, or a text in single quotes that may hold blanks.
+std::size_t readToken(const std::string& line, std::size_t& pos, std::string& target,
+                      const std::string& fallback);
+// The longest run of "0123456789+-.e,", its first comma read as a decimal point.
+std::size_t readNumberToken(const std::string& line, std::size_t& pos, double& target,
+                            double fallback);
+// Coordinates such as "X10 Y-2,5 Z0"; true when at least one number was read.
+bool readAxisValues(const std::string& line, std::size_t& pos, double& x, double& y, double& z);
+
+// Shortens "%f" output: "2.500000" -> "2.5", "10.000000" -> "10", "-0.000000" -> "0".
+std::string trimNumber(std::string number);
+
+std::string general6(double value);  // "%g"
+std::string fixed6(double value);    // "%f"
+
+}  // namespace VelkApi::text
