@@ -1,0 +1,11 @@
+// The whole VelkApi interface.
+#pragma once
+
+#include <velkapi/Export.h>
+#include <velkapi/LogFile.h>
+#include <velkapi/MacroExport.h>
+#include <velkapi/MacroVdm.h>
+#include <velkapi/MillTurnVdm.h>
+#include <velkapi/SectionDictionary.h>
+#include <velkapi/SectionValue.h>
+#include <velkapi/Value.h>
