@@ -1,0 +1,125 @@
+// The offline host: stands in for the CAM host application, so that programs and tests can run
+// the library without it. It keeps a project (environment, globals, record stores and CAD data)
+// read from a JSON file, serves the host's exported C functions over it, records what the
+// library shows and calls, and injects faults on request.
+//
+// The state is process-wide, because the exported functions are plain C functions. Like the host
+// it stands in for, it is meant to be used from one thread.
+#pragma once
+
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace velkhost {
+
+// A project file that cannot be read or is not a valid project. The message names the file, the
+// JSON path and what was expected there, e.g. "demo.json: /stores/100/0/2: expected a text line".
+class ProjectError : public std::runtime_error {
+  public:
+    using std::runtime_error::runtime_error;
+};
+
+// One record of a store (an operation): its header line first, then its other lines.
+using Record = std::vector<std::string>;
+using Records = std::vector<Record>;
+
+// A global keeps its kind: writes through the exported functions convert to it.
+using GlobalValue = std::variant<int, double, std::string, std::vector<int>, std::vector<double>>;
+
+// A message box the library asked the host to show. Null text or caption is kept as "".
+// Named apart from MessageBox, which <windows.h> defines as a macro; the alias serves elsewhere.
+struct MessageBoxRecord {
+    void* owner;
+    std::string text;
+    std::string caption;
+    unsigned style;
+};
+using MessageBox = MessageBoxRecord;
+
+class OfflineHost {
+  public:
+    static OfflineHost& instance();
+
+    OfflineHost(const OfflineHost&) = delete;
+    OfflineHost& operator=(const OfflineHost&) = delete;
+
+    // Loading is all-or-nothing: after a ProjectError the previous project is still there. A
+    // successful load closes every handle and clears the logs, the call counts and the faults.
+    void loadProject(const std::string& path);
+    void loadProjectText(const std::string& json, const std::string& sourceName);
+
+    // The project as JSON in a stable order (environment and globals by name, stores by number),
+    // two-space indented, ending with a newline; saving what was loaded gives the same bytes.
+    // Texts that are not valid UTF-8 are written with U+FFFD in place of the bad bytes.
+    void saveProject(const std::string& path) const;  // throws ProjectError when not writable
+    std::string projectText() const;
+
+    // An empty project: no handles, logs, call counts or faults.
+    void reset();
+
+    // Record stores. Open handles keep their positions when a store is replaced; calls on a
+    // position that no longer exists fail. Removing a store closes its handles. The reference
+    // records() returns lasts until the store is replaced or removed, or a project is loaded.
+    bool hasStore(int vdm) const;
+    // The numbers of the project's stores, ascending.
+    std::vector<int> storeNumbers() const;
+    void setStore(int vdm, Records records);
+    void removeStore(int vdm);
+    const Records& records(int vdm) const;    // throws std::out_of_range for an unknown store
+    Record lines(int vdm, int record) const;  // throws std::out_of_range for an unknown record
+
+    // Environment: "" for an unknown name, as the host answers.
+    void setEnvironment(const std::string& name, const std::string& text);
+    std::string environment(const std::string& name) const;
+
+    // Globals. The exported writers change only globals that exist, so a test declares a global
+    // here before the library writes it.
+    void setGlobal(const std::string& name, int value);
+    void setGlobal(const std::string& name, double value);
+    void setGlobal(const std::string& name, std::string value);
+    void setGlobal(const std::string& name, std::vector<int> values);
+    void setGlobal(const std::string& name, std::vector<double> values);
+    void removeGlobal(const std::string& name);
+    std::optional<GlobalValue> global(const std::string& name) const;
+
+    // The global's value when it exists and is of kind T, e.g. globalAs<std::vector<int>>("n").
+    template <class T>
+    std::optional<T> globalAs(const std::string& name) const {
+        std::optional<GlobalValue> value = global(name);
+        if (value && std::holds_alternative<T>(*value)) {
+            return std::get<T>(*value);
+        }
+        return std::nullopt;
+    }
+
+    // What the library did: the fake window handle VelkGetWnd(which) returns, the message boxes
+    // it showed, how often it called VelkMissingAPI, and how often it called each export (by
+    // the export's exact name, e.g. "VelkMacroVdmSingleGet$").
+    void* window(int which) const;
+    std::vector<MessageBoxRecord> messageBoxes() const;
+    void clearMessageBoxes();
+    int missingApiCalls() const;
+    int callCount(const std::string& exportName) const;
+    void resetCallCounts();
+
+    // Faults, for testing how the library copes with a host that refuses.
+    // The store is held open by someone else: VelkMacroVdmCheckOpen counts one more holder.
+    // VelkMacroVdmOpen still succeeds, as the host lets several holders open a store.
+    void holdOpenElsewhere(int vdm, bool held);
+    // VelkMacroVdmOpen of the store returns -1.
+    void failOpen(int vdm, bool fail);
+    // After this many more successful VelkMacroVdmSingleAdd$ on the store, further adds return
+    // 0 and change nothing; -1 lifts the limit.
+    void failAddsAfter(int vdm, int successfulAdds);
+    // Every handle open on the store becomes invalid at once, as if the host closed them.
+    void closeBehindLibrary(int vdm);
+    void clearFaults();
+
+  private:
+    OfflineHost() = default;
+};
+
+}  // namespace velkhost

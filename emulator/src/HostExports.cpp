@@ -1,0 +1,135 @@
+// Definitions of the exported host functions: each counts its call under its own name and
+// hands over to the process's offline host.
+#include <type_traits>
+
+#include "ExportedFunctions.h"
+#include "HostState.h"
+#include "host/HostAbi.h"
+
+namespace {
+
+velkhost::detail::HostState& counted(const char* exportName) {
+    velkhost::detail::HostState& state = velkhost::detail::hostState();
+    state.countCall(exportName);
+    return state;
+}
+
+}  // namespace
+
+extern "C" {
+
+VELKHOST_EXPORT void* VelkGetWnd(int which) {
+    counted(__func__);
+    return velkhost::detail::fakeWindow(which);
+}
+VELKHOST_EXPORT const char* VelkEnvironment(const char* name) {
+    return counted(__func__).variables.environment(name);
+}
+
+VELKHOST_EXPORT int VelkReadGlobalI(const char* name, int* status) {
+    return counted(__func__).variables.readInt(name, status);
+}
+VELKHOST_EXPORT double VelkReadGlobalW(const char* name, int* status) {
+    return counted(__func__).variables.readDouble(name, status);
+}
+VELKHOST_EXPORT void VelkReadGlobal$(const char* name, char* buffer, int* status) {
+    counted(__func__).variables.readText(name, buffer, status);
+}
+VELKHOST_EXPORT void VelkWriteGlobalI(const char* name, int value, int* status) {
+    counted(__func__).variables.writeInt(name, value, status);
+}
+VELKHOST_EXPORT void VelkWriteGlobalW(const char* name, double value, int* status) {
+    counted(__func__).variables.writeDouble(name, value, status);
+}
+VELKHOST_EXPORT void VelkWriteGlobal$(const char* name, const char* value, int* status) {
+    counted(__func__).variables.writeText(name, value, status);
+}
+VELKHOST_EXPORT void VelkReadGlobalArrayI(const char* name, int first, int count, int* values,
+                                          int* status) {
+    counted(__func__).variables.readIntArray(name, first, count, values, status);
+}
+VELKHOST_EXPORT void VelkReadGlobalArrayW(const char* name, int first, int count, double* values,
+                                          int* status) {
+    counted(__func__).variables.readDoubleArray(name, first, count, values, status);
+}
+VELKHOST_EXPORT void VelkWriteGlobalArrayI(const char* name, int first, int count,
+                                           const int* values, int* status) {
+    counted(__func__).variables.writeIntArray(name, first, count, values, status);
+}
+VELKHOST_EXPORT void VelkWriteGlobalArrayW(const char* name, int first, int count,
+                                           const double* values, int* status) {
+    counted(__func__).variables.writeDoubleArray(name, first, count, values, status);
+}
+
+VELKHOST_EXPORT int VelkMacroVdmExists(int vdm) {
+    return counted(__func__).stores.exists(vdm);
+}
+VELKHOST_EXPORT int VelkMacroVdmCheckOpen(int vdm) {
+    return counted(__func__).stores.checkOpen(vdm);
+}
+VELKHOST_EXPORT int VelkMacroVdmOpen(int vdm, int /*mode*/) {
+    return counted(__func__).stores.open(vdm);
+}
+VELKHOST_EXPORT int VelkMacroVdmClose(int handle) {
+    return counted(__func__).stores.close(handle);
+}
+VELKHOST_EXPORT int VelkMacroVdmSize(int handle) {
+    return counted(__func__).stores.size(handle);
+}
+VELKHOST_EXPORT int VelkMacroVdmSeek(int handle, int pos, int origin) {
+    return counted(__func__).stores.seek(handle, pos, origin);
+}
+VELKHOST_EXPORT int VelkMacroVdmSingleSeek(int handle, int n) {
+    return counted(__func__).stores.singleSeek(handle, n);
+}
+VELKHOST_EXPORT int VelkMacroVdmSingleGet$(int handle, char* buffer, int /*n*/) {
+    return counted(__func__).stores.singleGet(handle, buffer);
+}
+VELKHOST_EXPORT int VelkMacroVdmSingleAdd$(int handle, const char* line, int /*n*/) {
+    return counted(__func__).stores.singleAdd(handle, line);
+}
+VELKHOST_EXPORT int VelkMacroVdmSingleReplace$(int handle, const char* line, int /*n*/) {
+    return counted(__func__).stores.singleReplace(handle, line);
+}
+VELKHOST_EXPORT int VelkMacroVdmInsert$(int handle, const char* text, int /*n*/) {
+    return counted(__func__).stores.insert(handle, text);
+}
+VELKHOST_EXPORT int VelkMacroVdmSingleDelete(int handle, int n) {
+    return counted(__func__).stores.singleDelete(handle, n);
+}
+
+VELKHOST_EXPORT int VelkMissingAPI() {
+    return counted(__func__).missingApi();
+}
+VELKHOST_EXPORT int MessageBoxA(void* owner, const char* text, const char* caption,
+                                unsigned style) {
+    return counted(__func__).showMessageBox(owner, text, caption, style);
+}
+}
+
+static_assert(std::is_same_v<decltype(&VelkGetWnd), VelkGetWndFn>);
+static_assert(std::is_same_v<decltype(&VelkEnvironment), VelkEnvironmentFn>);
+static_assert(std::is_same_v<decltype(&VelkReadGlobalI), VelkReadGlobalIFn>);
+static_assert(std::is_same_v<decltype(&VelkReadGlobalW), VelkReadGlobalWFn>);
+static_assert(std::is_same_v<decltype(&VelkReadGlobal$), VelkReadGlobalStrFn>);
+static_assert(std::is_same_v<decltype(&VelkWriteGlobalI), VelkWriteGlobalIFn>);
+static_assert(std::is_same_v<decltype(&VelkWriteGlobalW), VelkWriteGlobalWFn>);
+static_assert(std::is_same_v<decltype(&VelkWriteGlobal$), VelkWriteGlobalStrFn>);
+static_assert(std::is_same_v<decltype(&VelkReadGlobalArrayI), VelkReadGlobalArrayIFn>);
+static_assert(std::is_same_v<decltype(&VelkReadGlobalArrayW), VelkReadGlobalArrayWFn>);
+static_assert(std::is_same_v<decltype(&VelkWriteGlobalArrayI), VelkWriteGlobalArrayIFn>);
+static_assert(std::is_same_v<decltype(&VelkWriteGlobalArrayW), VelkWriteGlobalArrayWFn>);
+static_assert(std::is_same_v<decltype(&VelkMacroVdmExists), VelkMacroVdmExistsFn>);
+static_assert(std::is_same_v<decltype(&VelkMacroVdmCheckOpen), VelkMacroVdmCheckOpenFn>);
+static_assert(std::is_same_v<decltype(&VelkMacroVdmOpen), VelkMacroVdmOpenFn>);
+static_assert(std::is_same_v<decltype(&VelkMacroVdmClose), VelkMacroVdmCloseFn>);
+static_assert(std::is_same_v<decltype(&VelkMacroVdmSize), VelkMacroVdmSizeFn>);
+static_assert(std::is_same_v<decltype(&VelkMacroVdmSeek), VelkMacroVdmSeekFn>);
+static_assert(std::is_same_v<decltype(&VelkMacroVdmSingleSeek), VelkMacroVdmSingleSeekFn>);
+static_assert(std::is_same_v<decltype(&VelkMacroVdmSingleGet$), VelkMacroVdmSingleGetFn>);
+static_assert(std::is_same_v<decltype(&VelkMacroVdmSingleAdd$), VelkMacroVdmSingleAddFn>);
+static_assert(std::is_same_v<decltype(&VelkMacroVdmSingleReplace$), VelkMacroVdmSingleReplaceFn>);
+static_assert(std::is_same_v<decltype(&VelkMacroVdmInsert$), VelkMacroVdmInsertFn>);
+static_assert(std::is_same_v<decltype(&VelkMacroVdmSingleDelete), VelkMacroVdmSingleDeleteFn>);
+static_assert(std::is_same_v<decltype(&VelkMissingAPI), VelkMissingAPIFn>);
+static_assert(std::is_same_v<decltype(&MessageBoxA), MessageBoxAFn>);

@@ -1,0 +1,39 @@
+#include "HostState.h"
+
+#include <cstdint>
+#include <utility>
+
+namespace velkhost::detail {
+
+void HostState::replaceProject(Project&& loaded) {
+    project = std::move(loaded);
+    stores.closeAll();
+    stores.clearFaults();
+    observed = Observations{};
+}
+
+void HostState::countCall(const char* exportName) {
+    ++observed.callCounts[exportName];
+}
+
+int HostState::showMessageBox(void* owner, const char* text, const char* caption, unsigned style) {
+    observed.messageBoxes.push_back({owner, text ? text : "", caption ? caption : "", style});
+    return 1;  // IDOK
+}
+
+int HostState::missingApi() {
+    ++observed.missingApiCalls;
+    return 0;
+}
+
+HostState& hostState() {
+    static HostState* const state = new HostState;
+    return *state;
+}
+
+void* fakeWindow(int which) {
+    const std::uintptr_t firstWindow = 0x10000;
+    return reinterpret_cast<void*>(firstWindow + static_cast<std::uint32_t>(which));
+}
+
+}  // namespace velkhost::detail

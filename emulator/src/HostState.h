@@ -1,0 +1,38 @@
+// The one offline host of the process: its project, the store handles over it, and the record
+// of what the library did. The exported functions and OfflineHost both work on it.
+#pragma once
+
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "Project.h"
+#include "StoreSessions.h"
+#include "Variables.h"
+
+namespace velkhost::detail {
+
+struct Observations {
+    std::vector<MessageBoxRecord> messageBoxes;
+    int missingApiCalls = 0;
+    std::unordered_map<std::string_view, int> callCounts;  // keys: export names, static storage
+};
+
+struct HostState {
+    Project project;
+    StoreSessions stores{project.stores};
+    Variables variables{project.environment, project.globals};
+    Observations observed;
+
+    void replaceProject(Project&& loaded);
+    void countCall(const char* exportName);
+    int showMessageBox(void* owner, const char* text, const char* caption, unsigned style);
+    int missingApi();
+};
+
+// Never destroyed, so that the library may still call the host while the process exits.
+HostState& hostState();
+
+void* fakeWindow(int which);
+
+}  // namespace velkhost::detail

@@ -1,0 +1,31 @@
+// The data of a project file, and reading and writing it as JSON.
+#pragma once
+
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+
+#include <nlohmann/json.hpp>
+
+#include "velkhost/OfflineHost.h"
+
+namespace velkhost::detail {
+
+using Json = nlohmann::ordered_json;
+using Environment = std::map<std::string, std::string, std::less<>>;
+using Globals = std::map<std::string, GlobalValue, std::less<>>;
+using Stores = std::map<int, Records>;
+
+struct Project {
+    Environment environment;
+    Globals globals;
+    Stores stores;
+    std::optional<Json> cad;  // kept as read and written back unchanged
+};
+
+// Throws ProjectError naming `sourceName`, the JSON path and what was expected there.
+Project parseProject(const std::string& text, const std::string& sourceName);
+std::string projectJson(const Project& project);
+
+}  // namespace velkhost::detail

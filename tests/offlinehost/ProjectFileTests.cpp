@@ -1,0 +1,359 @@
+#include <filesystem>
+#include <fstream>
+#include <random>
+#include <sstream>
+#include <string>
+
+#include "OfflineHostTest.h"
+
+namespace offlinehost {
+namespace {
+
+namespace fs = std::filesystem;
+using velkhost::GlobalValue;
+using velkhost::ProjectError;
+using velkhost::Records;
+
+const char* const kDemoProject = R"({
+  "environment": {
+    "VELK_DATA": "C:\\Data",
+    "A_FIRST": "1"
+  },
+  "globals": {
+    "w_t_val": [1, 2.5, 3],
+    "n_count": 3,
+    "n_list": [10, 20],
+    "s_name": "Pocket",
+    "w_depth": 2.0
+  },
+  "stores": {
+    "100": [["OP 1 DRILL", "a=1"], ["OP 2 MILL"]],
+    "10": [],
+    "2": [[]]
+  },
+  "cad": {"zeta": [1, {"b": null, "a": true}], "alpha": "kept"}
+})";
+
+const char* const kDemoProjectSaved = R"({
+  "environment": {
+    "A_FIRST": "1",
+    "VELK_DATA": "C:\\Data"
+  },
+  "globals": {
+    "n_count": 3,
+    "n_list": [
+      10,
+      20
+    ],
+    "s_name": "Pocket",
+    "w_depth": 2.0,
+    "w_t_val": [
+      1.0,
+      2.5,
+      3.0
+    ]
+  },
+  "stores": {
+    "2": [
+      []
+    ],
+    "10": [],
+    "100": [
+      [
+        "OP 1 DRILL",
+        "a=1"
+      ],
+      [
+        "OP 2 MILL"
+      ]
+    ]
+  },
+  "cad": {
+    "zeta": [
+      1,
+      {
+        "b": null,
+        "a": true
+      }
+    ],
+    "alpha": "kept"
+  }
+}
+)";
+
+class ProjectFileTest : public OfflineHostTest {
+  protected:
+    void TearDown() override {
+        std::error_code ignored;
+        fs::remove_all(folder, ignored);
+        OfflineHostTest::TearDown();
+    }
+
+    // A path in a folder of this test's own, removed after the test.
+    fs::path pathFor(const std::string& fileName) {
+        if (folder.empty()) {
+            folder = fs::temp_directory_path() /
+                     ("velkhost-test-" + std::to_string(std::random_device()()));
+            fs::create_directories(folder);
+        }
+        return folder / fileName;
+    }
+
+    fs::path writeFile(const std::string& fileName, const std::string& text) {
+        const fs::path path = pathFor(fileName);
+        std::ofstream(path, std::ios::binary) << text;
+        return path;
+    }
+
+    static std::string readFile(const fs::path& path) {
+        std::ifstream in(path, std::ios::binary);
+        std::ostringstream text;
+        text << in.rdbuf();
+        return text.str();
+    }
+
+    // The message of the ProjectError that loading `json` as "demo.json" throws.
+    std::string loadError(const std::string& json) {
+        try {
+            host.loadProjectText(json, "demo.json");
+        } catch (const ProjectError& error) {
+            return error.what();
+        }
+        return "<loaded>";
+    }
+
+    fs::path folder;
+};
+
+TEST_F(ProjectFileTest, LoadsEverySectionOfAFile) {
+    host.loadProject(writeFile("demo.json", kDemoProject).string());
+    EXPECT_EQ(host.environment("VELK_DATA"), "C:\\Data");
+    EXPECT_EQ(host.global("n_count"), GlobalValue(3));
+    EXPECT_EQ(host.global("w_depth"), GlobalValue(2.0));
+    EXPECT_EQ(host.global("s_name"), GlobalValue(std::string("Pocket")));
+    EXPECT_EQ(host.global("n_list"), GlobalValue(std::vector<int>{10, 20}));
+    EXPECT_EQ(host.global("w_t_val"), GlobalValue(std::vector<double>{1.0, 2.5, 3.0}));
+    EXPECT_EQ(host.records(100), (Records{{"OP 1 DRILL", "a=1"}, {"OP 2 MILL"}}));
+    EXPECT_EQ(host.records(10), Records{});
+    EXPECT_EQ(host.records(2), Records{{}});
+    EXPECT_EQ(VelkMacroVdmExists(100), 1);
+}
+
+TEST_F(ProjectFileTest, EverySectionIsOptional) {
+    host.loadProjectText("{}", "empty.json");
+    EXPECT_EQ(host.projectText(),
+              "{\n  \"environment\": {},\n  \"globals\": {},\n  \"stores\": {}\n}\n");
+}
+
+TEST_F(ProjectFileTest, SavesInAStableOrderWithTwoSpaceIndent) {
+    host.loadProjectText(kDemoProject, "demo.json");
+    EXPECT_EQ(host.projectText(), kDemoProjectSaved);
+}
+
+TEST_F(ProjectFileTest, SavingWhatWasLoadedGivesTheSameBytes) {
+    host.loadProjectText(kDemoProject, "demo.json");
+    const fs::path first = pathFor("first.json");
+    host.saveProject(first.string());
+    host.loadProject(first.string());
+    const fs::path second = pathFor("second.json");
+    host.saveProject(second.string());
+    EXPECT_EQ(readFile(first), kDemoProjectSaved);
+    EXPECT_EQ(readFile(second), readFile(first));
+}
+
+TEST_F(ProjectFileTest, StoresAreSavedInNumericOrder) {
+    host.setStore(100, {});
+    host.setStore(2, {});
+    host.setStore(10, {});
+    const std::string text = host.projectText();
+    EXPECT_LT(text.find("\"2\""), text.find("\"10\""));
+    EXPECT_LT(text.find("\"10\""), text.find("\"100\""));
+}
+
+TEST_F(ProjectFileTest, NumbersKeepTheirKind) {
+    host.setGlobal("w_whole", 2.0);
+    host.setGlobal("n_whole", 2);
+    host.setGlobal("w_list", std::vector<double>{1.0, -0.5});
+    const std::string text = host.projectText();
+    EXPECT_NE(text.find("\"w_whole\": 2.0\n"), std::string::npos) << text;
+    EXPECT_NE(text.find("\"n_whole\": 2,\n"), std::string::npos) << text;
+    host.loadProjectText(text, "saved.json");
+    EXPECT_EQ(host.global("w_whole"), GlobalValue(2.0));
+    EXPECT_EQ(host.global("n_whole"), GlobalValue(2));
+    EXPECT_EQ(host.global("w_list"), GlobalValue(std::vector<double>{1.0, -0.5}));
+}
+
+TEST_F(ProjectFileTest, AChangedLineShowsAsOneChangedLineOfTheFile) {
+    host.loadProjectText(kDemoProject, "demo.json");
+    const int handle = VelkMacroVdmOpen(100, 0);
+    ASSERT_NE(VelkMacroVdmSingleSeek(handle, 1), 0);
+    ASSERT_NE(VelkMacroVdmSingleReplace$(handle, "a=2", 1), 0);
+    std::string expected = kDemoProjectSaved;
+    expected.replace(expected.find("\"a=1\""), 5, "\"a=2\"");
+    EXPECT_EQ(host.projectText(), expected);
+}
+
+TEST_F(ProjectFileTest, ASuccessfulLoadClosesHandlesAndClearsRecordsAndFaults) {
+    host.setStore(100, {{"OP"}});
+    const int handle = VelkMacroVdmOpen(100, 0);
+    host.failOpen(100, true);
+    host.holdOpenElsewhere(100, true);
+    MessageBoxA(nullptr, "text", "caption", 0U);
+    VelkMissingAPI();
+    host.loadProjectText(kDemoProject, "demo.json");
+    EXPECT_EQ(VelkMacroVdmClose(handle), 0);
+    EXPECT_EQ(VelkMacroVdmCheckOpen(100), 0);
+    EXPECT_GT(VelkMacroVdmOpen(100, 0), 0);
+    EXPECT_TRUE(host.messageBoxes().empty());
+    EXPECT_EQ(host.missingApiCalls(), 0);
+    EXPECT_EQ(host.callCount("MessageBoxA"), 0);
+}
+
+TEST_F(ProjectFileTest, AFailedLoadLeavesThePreviousProjectAsItWas) {
+    host.loadProjectText(kDemoProject, "demo.json");
+    const int handle = VelkMacroVdmOpen(100, 0);
+    host.failAddsAfter(100, 0);
+    MessageBoxA(nullptr, "text", "caption", 0U);
+    const std::string before = host.projectText();
+
+    EXPECT_THROW(
+        host.loadProjectText(R"({"globals": {"n_other": 1}, "stores": {"x": []}})", "bad.json"),
+        ProjectError);
+    EXPECT_THROW(host.loadProject(pathFor("missing.json").string()), ProjectError);
+
+    EXPECT_EQ(host.projectText(), before);
+    EXPECT_FALSE(host.global("n_other"));
+    EXPECT_EQ(VelkMacroVdmSize(handle), 2);
+    EXPECT_EQ(VelkMacroVdmSingleAdd$(handle, "x", 1), 0);
+    EXPECT_EQ(host.messageBoxes().size(), 1U);
+}
+
+TEST_F(ProjectFileTest, AFileThatCannotBeOpenedIsReported) {
+    const std::string missing = pathFor("missing.json").string();
+    EXPECT_THROW(
+        {
+            try {
+                host.loadProject(missing);
+            } catch (const ProjectError& error) {
+                EXPECT_EQ(std::string(error.what()), missing + ": cannot be read");
+                throw;
+            }
+        },
+        ProjectError);
+}
+
+TEST_F(ProjectFileTest, AFolderCannotBeRead) {
+    const std::string folderPath = pathFor("folder.json").string();
+    fs::create_directories(folderPath);
+    try {
+        host.loadProject(folderPath);
+        FAIL() << "loaded a folder";
+    } catch (const ProjectError& error) {
+        EXPECT_EQ(std::string(error.what()), folderPath + ": cannot be read");
+    }
+}
+
+TEST_F(ProjectFileTest, InvalidJsonIsReportedWithTheParsersMessage) {
+    const std::string message = loadError("{\"stores\": {\n");
+    EXPECT_EQ(message.rfind("demo.json: not valid JSON: ", 0), 0U) << message;
+    EXPECT_NE(message.find("line 2"), std::string::npos) << message;
+    EXPECT_EQ(message.find("[json.exception"), std::string::npos) << message;
+}
+
+TEST_F(ProjectFileTest, AnEmptyFileIsNotValidJson) {
+    const std::string message = loadError("");
+    EXPECT_EQ(message.rfind("demo.json: not valid JSON: ", 0), 0U) << message;
+}
+
+TEST_F(ProjectFileTest, TheErrorNamesTheFileAsGiven) {
+    const std::string path = writeFile("named.json", "[]").string();
+    try {
+        host.loadProject(path);
+        FAIL() << "loaded a list";
+    } catch (const ProjectError& error) {
+        EXPECT_EQ(std::string(error.what()), path + ": expected an object");
+    }
+}
+
+TEST_F(ProjectFileTest, TheProjectMustBeAnObject) {
+    EXPECT_EQ(loadError("[]"), "demo.json: expected an object");
+    EXPECT_EQ(loadError("42"), "demo.json: expected an object");
+}
+
+TEST_F(ProjectFileTest, UnknownTopLevelKeysAreRefused) {
+    EXPECT_EQ(loadError(R"({"colour": 1})"),
+              "demo.json: /colour: expected one of environment, globals, stores, cad");
+}
+
+TEST_F(ProjectFileTest, EnvironmentValuesMustBeTexts) {
+    EXPECT_EQ(loadError(R"({"environment": []})"), "demo.json: /environment: expected an object");
+    EXPECT_EQ(loadError(R"({"environment": {"VELK_DATA": 1}})"),
+              "demo.json: /environment/VELK_DATA: expected a text");
+}
+
+TEST_F(ProjectFileTest, GlobalsMustBeNumbersTextsOrListsOfNumbers) {
+    EXPECT_EQ(loadError(R"({"globals": "x"})"), "demo.json: /globals: expected an object");
+    EXPECT_EQ(loadError(R"({"globals": {"n_x": null}})"),
+              "demo.json: /globals/n_x: expected a number, a text or a list of numbers");
+    EXPECT_EQ(loadError(R"({"globals": {"n_x": {"a": 1}}})"),
+              "demo.json: /globals/n_x: expected a number, a text or a list of numbers");
+    EXPECT_EQ(loadError(R"({"globals": {"w_t_val": [1.5, "2"]}})"),
+              "demo.json: /globals/w_t_val/1: expected a number");
+}
+
+TEST_F(ProjectFileTest, IntegersMustFitAnInt) {
+    EXPECT_EQ(loadError(R"({"globals": {"n_x": 2147483648}})"),
+              "demo.json: /globals/n_x: expected an integer between -2147483648 and 2147483647");
+    EXPECT_EQ(loadError(R"({"globals": {"n_x": [1, -2147483649]}})"),
+              "demo.json: /globals/n_x/1: expected an integer between -2147483648 and "
+              "2147483647");
+    host.loadProjectText(R"({"globals": {"n_x": [2147483647, -2147483648]}})", "demo.json");
+    EXPECT_EQ(host.global("n_x"), GlobalValue(std::vector<int>{2147483647, -2147483647 - 1}));
+}
+
+TEST_F(ProjectFileTest, PathsEscapeSpecialCharactersOfKeys) {
+    EXPECT_EQ(loadError(R"({"globals": {"a/b~c": true}})"),
+              "demo.json: /globals/a~1b~0c: expected a number, a text or a list of numbers");
+}
+
+TEST_F(ProjectFileTest, StoresMustBeListsOfRecordsOfTextLines) {
+    EXPECT_EQ(loadError(R"({"stores": []})"), "demo.json: /stores: expected an object");
+    EXPECT_EQ(loadError(R"({"stores": {"100": {}}})"),
+              "demo.json: /stores/100: expected a list of records");
+    EXPECT_EQ(loadError(R"({"stores": {"100": ["OP"]}})"),
+              "demo.json: /stores/100/0: expected a record (a list of text lines)");
+    EXPECT_EQ(loadError(R"({"stores": {"100": [["OP 1", "a=1", 2]]}})"),
+              "demo.json: /stores/100/0/2: expected a text line");
+}
+
+TEST_F(ProjectFileTest, StoreKeysMustBePlainStoreNumbers) {
+    for (const std::string key : {"abc", "", "010", "+1", "1.5", " 1", "2147483648"}) {
+        EXPECT_EQ(loadError(R"({"stores": {")" + key + R"(": []}})"),
+                  "demo.json: /stores/" + key + ": expected a store number");
+    }
+}
+
+TEST_F(ProjectFileTest, TheCadSectionIsKeptAsItIs) {
+    host.loadProjectText(R"({"cad": [3, "x", {"z": 1, "a": 2.5}]})", "demo.json");
+    const std::string text = host.projectText();
+    EXPECT_NE(text.find("\"z\": 1,\n      \"a\": 2.5"), std::string::npos) << text;
+}
+
+TEST_F(ProjectFileTest, SavingToAnUnwritablePathIsReported) {
+    const std::string path = (pathFor("no-such-folder") / "p.json").string();
+    try {
+        host.saveProject(path);
+        FAIL() << "saved into a missing folder";
+    } catch (const ProjectError& error) {
+        EXPECT_EQ(std::string(error.what()), path + ": cannot be written");
+    }
+}
+
+TEST_F(ProjectFileTest, TextsThatAreNotUtf8AreSavedWithReplacementCharacters) {
+    host.setStore(1, {{"OP \xE4"}});
+    const std::string text = host.projectText();
+    EXPECT_NE(text.find("\"OP \xEF\xBF\xBD\""), std::string::npos) << text;
+}
+
+}  // namespace
+}  // namespace offlinehost
