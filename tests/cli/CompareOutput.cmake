@@ -1,0 +1,22 @@
+# cmake -P script: runs VELK with ARGS and checks its exit code (EXPECTED_EXIT, default 0), its
+# standard output against the file EXPECTED, and the first line of its standard error against
+# EXPECTED_ERROR.
+execute_process(COMMAND ${VELK} ${ARGS} RESULT_VARIABLE exit OUTPUT_VARIABLE out ERROR_VARIABLE err)
+if(NOT DEFINED EXPECTED_EXIT)
+  set(EXPECTED_EXIT 0)
+endif()
+if(NOT exit EQUAL EXPECTED_EXIT)
+  message(FATAL_ERROR "exit code ${exit}, expected ${EXPECTED_EXIT}\n${out}\n${err}")
+endif()
+if(DEFINED EXPECTED)
+  file(READ ${EXPECTED} expected)
+  if(NOT out STREQUAL expected)
+    message(FATAL_ERROR "output differs from ${EXPECTED}:\n${out}")
+  endif()
+endif()
+if(DEFINED EXPECTED_ERROR)
+  string(REGEX REPLACE "\n.*" "" first_line "${err}")
+  if(NOT first_line STREQUAL EXPECTED_ERROR)
+    message(FATAL_ERROR "error line '${first_line}', expected '${EXPECTED_ERROR}'")
+  endif()
+endif()

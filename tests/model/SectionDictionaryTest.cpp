@@ -1,0 +1,285 @@
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+
+#include "ErrorLog.h"
+#include "FailingAllocation.h"
+#include "TestSection.h"
+
+using namespace VelkApi;
+using testsupport::ErrorLogWatch;
+using Texts = std::vector<std::string>;
+
+TEST(SectionDictionary, KeysAreFoundWhateverTheirCase) {
+    TestSection section;
+    section.addIntParameter(0, "I_Type", 0, 42);
+    EXPECT_EQ(section.getInt("i_type"), 42);
+    EXPECT_EQ(section.getInt("I_TYPE"), 42);
+    EXPECT_EQ(section.getInt("i_Type"), 42);
+    std::vector<std::string> keys{"stale"};
+    EXPECT_EQ(&section.readKeys(keys), &keys);
+    EXPECT_EQ(keys, (Texts{"i_type"}));
+}
+
+TEST(SectionDictionary, SecondDeclarationKeepsTheFirstEntry) {
+    TestSection section;
+    section.addDoubleParameter(3, "w_Depth", 1.0, 2.0);
+    section.addDoubleParameter(9, "W_DEPTH", 5.0, 6.0);
+    const auto entries = section.entriesByNumber();
+    ASSERT_EQ(entries.size(), 1u);
+    EXPECT_EQ(entries[0]->getNr(), 3);
+    EXPECT_EQ(section.getDouble("w_depth"), 2.0);
+    section.setDefault();
+    EXPECT_EQ(section.getDouble("w_depth"), 1.0);
+}
+
+TEST(SectionDictionary, MissingKeyGivesNeutralResultsWithoutLogging) {
+    ErrorLogWatch log;
+    TestSection section;
+    EXPECT_EQ(section.getInt("nothing"), 0);
+    EXPECT_EQ(section.getDouble("nothing"), 0.0);
+    EXPECT_FALSE(section.getBool("nothing"));
+    EXPECT_EQ(section.getString("nothing"), "");
+    EXPECT_EQ(section.getValueAsString("nothing"), "");
+    int target = 5;
+    EXPECT_EQ(section.getValue("nothing", &target), nullptr);
+    EXPECT_EQ(target, 5);
+    section.setInt("nothing", 1);
+    EXPECT_FALSE(section.existsKey("nothing"));
+    EXPECT_FALSE(section.isAxis("nothing"));
+    EXPECT_EQ(log.appended(), "");
+}
+
+TEST(SectionDictionary, TypedAccessorsReadAndWrite) {
+    TestSection section;
+    section.addIntParameter(0, "i_a", 1);
+    section.addDoubleParameter(1, "w_b", 1.5);
+    section.addBoolParameter(2, 1, "o_c", false, false);
+    section.addStringParameter(100, "$_d", "dflt");
+    section.setInt("I_A", 9);
+    section.setDouble("W_B", 0.25);
+    section.setBool("O_C", true);
+    section.setString("$_D", "text");
+    EXPECT_EQ(section.getInt("i_a"), 9);
+    EXPECT_EQ(section.getDouble("w_b"), 0.25);
+    EXPECT_TRUE(section.getBool("o_c"));
+    EXPECT_EQ(section.getString("$_d"), "text");
+    EXPECT_EQ(section.getValueAsString("w_b"), "0.250000");
+    EXPECT_TRUE(section.existsKey("$_D"));
+}
+
+TEST(SectionDictionary, AddersDeclareValueDefaultTypeAndAxis) {
+    TestSection section;
+    section.addDoubleParameter(1, "w_a", 1.0, 2.0);
+    section.addDoubleParameter(2, "w_b", 3.0);
+    section.addAxisParameter(3, "w_c", -999999);
+    section.addIntParameter(4, "i_d", 4, 5);
+    section.addIntParameter(5, "i_e", 6);
+    section.addBoolParameter(6, 3, "o_f", true, false);
+    section.addStringParameter(7, "$_g", "dg", "vg");
+    section.addStringParameter(8, "$_h", "dh");
+    section.addStringParameter(9, "$_i");
+    section.addStringAxisParameter(10, "$_j", "dj");
+    Texts rendered;
+    for (const SectionValue* entry : section.entriesByNumber()) {
+        rendered.push_back(entry->getName() + " " + std::to_string(entry->getNr()) + "." +
+                           std::to_string(entry->getBit()) + " type " +
+                           std::to_string(static_cast<int>(entry->getValueDataType())) +
+                           (entry->isAxis() ? " axis" : "") + " = '" + entry->getValueAsString() +
+                           "'");
+    }
+    EXPECT_EQ(rendered, (Texts{
+                            "w_a 1.0 type 1 = '2.000000'",
+                            "w_b 2.0 type 1 = '3.000000'",
+                            "w_c 3.0 type 1 axis = ''",
+                            "i_d 4.0 type 2 = '5'",
+                            "i_e 5.0 type 2 = '6'",
+                            "o_f 6.3 type 3 = 'false'",
+                            "$_g 7.0 type 4 = 'vg'",
+                            "$_h 8.0 type 4 = 'dh'",
+                            "$_i 9.0 type 4 = ''",
+                            "$_j 10.0 type 4 axis = 'dj'",
+                        }));
+    section.setDefault();
+    EXPECT_EQ(section.getDouble("w_a"), 1.0);
+    EXPECT_EQ(section.getInt("i_d"), 4);
+    EXPECT_TRUE(section.getBool("o_f"));
+    EXPECT_EQ(section.getString("$_g"), "dg");
+}
+
+TEST(SectionDictionary, ReadKeysListsInByteOrder) {
+    TestSection section;
+    section.addIntParameter(0, "b", 0);
+    section.addIntParameter(1, "ab", 0);
+    section.addIntParameter(2, "a", 0);
+    section.addIntParameter(3, "B_", 0);
+    section.addIntParameter(4, "$_x", 0);
+    std::vector<std::string> keys;
+    EXPECT_EQ(section.readKeys(keys), (Texts{"$_x", "a", "ab", "b", "b_"}));
+}
+
+TEST(SectionDictionary, ClearAdditionalsClearsEveryEntry) {
+    TestSection section;
+    section.addIntParameter(0, "i_type", 4);
+    section.addDoubleParameter(1, "w_additional(1)", 1.0);
+    section.addAxisParameter(2, "w_xs", 3.0);
+    section.clearAdditionals();
+    EXPECT_EQ(section.getInt("i_type"), 2147483647);
+    EXPECT_EQ(section.getDouble("w_additional(1)"), 2147483647.0);
+    EXPECT_EQ(section.getDouble("w_xs"), -999999.0);
+}
+
+TEST(SectionDictionary, ClearRemovesEveryEntry) {
+    TestSection section;
+    section.addIntParameter(0, "i_a", 4);
+    section.clear();
+    EXPECT_FALSE(section.existsKey("i_a"));
+    std::vector<std::string> keys;
+    EXPECT_TRUE(section.readKeys(keys).empty());
+}
+
+TEST(SectionDictionary, CopySharesEntriesAndBothMayBeDestroyed) {
+    auto original = std::make_unique<TestSection>();
+    original->addIntParameter(0, "i_a", 4);
+    auto copy = std::make_unique<TestSection>(*original);
+    copy->setInt("i_a", 8);
+    EXPECT_EQ(original->getInt("i_a"), 8);
+    original.reset();
+    EXPECT_EQ(copy->getInt("i_a"), 8);
+}
+
+TEST(SectionDictionary, OperationLinkAndNumber) {
+    TestSection section(3);
+    EXPECT_EQ(section.getSectionNr(), 3);
+    EXPECT_EQ(section.getOperation(), nullptr);
+    auto* op = reinterpret_cast<OperationBase*>(&section);
+    section.setOperation(op);
+    EXPECT_EQ(section.getOperation(), op);
+}
+
+// ---- failures and their log texts
+
+TEST(SectionDictionaryLog, FailingEntryLogsKeyedTexts) {
+    TestSection section(12);
+    section.addParameter(0, "I_Bad", new ThrowingValue, new IntValue(1), ValueDataType::Int, false);
+    ErrorLogWatch log;
+    int target = 0;
+    EXPECT_EQ(section.getValue("I_Bad", &target), nullptr);
+    EXPECT_EQ(section.getValueAsString("I_bad"), "");
+    section.setValue("i_BAD", &target);
+    EXPECT_EQ(log.texts(), (Texts{
+                               "Error in SectionDictionary12::getValue(I_Bad)",
+                               "Error in SectionDictionary12::getValue(I_bad)",
+                               "Error in SectionDictionary::setValue(i_BAD)",
+                           }));
+}
+
+TEST(SectionDictionaryLog, FailingKeyedAccessLogsAccessorTexts) {
+    ThrowingSection section;
+    ErrorLogWatch log;
+    section.setInt("k", 1);
+    EXPECT_EQ(section.getInt("k"), 0);
+    section.setDouble("k", 1.0);
+    EXPECT_EQ(section.getDouble("k"), 0.0);
+    section.setBool("k", true);
+    EXPECT_FALSE(section.getBool("k"));
+    section.setString("k", "v");
+    EXPECT_EQ(section.getString("Key"), "");
+    EXPECT_EQ(log.texts(), (Texts{
+                               "Error in SectionDictionary::setInt(const string &  key, int val)",
+                               "Error in SectionDictionary::getInt(const string &  key) ",
+                               "Error in SectionDictionary::setDouble(const string &  key, "
+                               "double val)",
+                               "Error in SectionDictionary::getDouble(const string &  key)",
+                               "Error in SectionDictionary::setBool(const string &  key, bool val)",
+                               "Error in SectionDictionary::getBool(const string &  key)",
+                               "Error in SectionDictionary::setString(const string &  key, "
+                               "const string & val) ",
+                               "Error in SectionDictionary::getString(const string &  key) => Key",
+                           }));
+}
+
+TEST(SectionDictionaryLog, LostEntryMapLogsWholeSectionTexts) {
+    TestSection section;
+    section.loseEntryMap();
+    ErrorLogWatch log;
+    std::vector<std::string> keys{"stale"};
+    EXPECT_TRUE(section.readKeys(keys).empty());
+    EXPECT_FALSE(section.existsKey("k"));
+    EXPECT_FALSE(section.isAxis("k"));
+    section.setDefault();
+    section.addParameter(0, "i_a", new IntValue(1), new IntValue(1), ValueDataType::Int, false);
+    section.addBoolParameter(1, 1, "o_a", false, false);
+    EXPECT_EQ(log.texts(),
+              (Texts{
+                  "Error in SectionDictionary::readKeys(vector<string> & keys)",
+                  "Error in SectionDictionary::existsKey(const string & key)",
+                  "Error in SectionDictionary::isAxis(const string & key)",
+                  "Error in SectionDictionary::setDefault()",
+                  "Error in SectionDictionary::addParameter(int pnr, const string &  name, Value "
+                  "* value, Value* defaultval, ValueDataType vdtype, bool isaxis)",
+                  "Error in SectionDictionary::addBoolParameter(int pnr, int bit, const string &  "
+                  "name, bool defaultval, bool val)",
+              }));
+}
+
+// Each adder builds its two values first; a failure there is logged under the adder's own text.
+TEST(SectionDictionaryLog, FailingAllocationLogsAdderTexts) {
+    TestSection section;
+    const std::string name = "a_name_long_enough_to_allocate_its_lower_cased_copy";
+    struct Case {
+        std::function<void()> add;
+        std::string text;
+    };
+    const std::vector<Case> cases = {
+        {[&] { section.addDoubleParameter(0, name, 1.0, 2.0); },
+         "Error in SectionDictionary::addDoubleParameter(int pnr, const string &  name, double "
+         "defaultval, double val)"},
+        {[&] { section.addDoubleParameter(0, name, 1.0); },
+         "Error in SectionDictionary::addDoubleParameter(int pnr, const string &  name, double "
+         "defaultval)"},
+        {[&] { section.addAxisParameter(0, name, 1.0); },
+         "Error in SectionDictionary::addAxisParameter(int pnr, const string &  name, double "
+         "defaultval)"},
+        {[&] { section.addIntParameter(0, name, 1, 2); },
+         "Error in SectionDictionary::addIntParameter(int pnr, const string &  name, int "
+         "defaultval, int val)"},
+        {[&] { section.addIntParameter(0, name, 1); },
+         "Error in SectionDictionary::addIntParameter(int pnr, const string &  name, int "
+         "defaultval)"},
+        {[&] { section.addStringParameter(0, name, "d", "v"); },
+         "Error in SectionDictionary::addStringParameter(int pnr, const string &  name, const "
+         "string &  defaultval, const string &  value)"},
+        {[&] { section.addStringParameter(0, name, "d"); },
+         "Error in SectionDictionary::addStringParameter(int pnr, const string &  name, const "
+         "string &  defaultval, const string &  value)"},
+        {[&] { section.addStringParameter(0, name); },
+         "Error in SectionDictionary::addStringParameter(int pnr, const string &  name, const "
+         "string &  defaultval, const string &  value)"},
+        {[&] { section.addStringAxisParameter(0, name, "d"); },
+         "Error in SectionDictionary::addStringParameter(int pnr, const string &  name, const "
+         "string &  defaultval, const string &  value)"},
+        // The values are built; the entry's own allocation fails inside addParameter.
+        {[&] { section.addIntParameter(0, name, 1); },
+         "Error in SectionDictionary::addParameter(int pnr, const string &  name, Value * value, "
+         "Value* defaultval, ValueDataType vdtype, bool isaxis)"},
+    };
+    for (std::size_t i = 0; i < cases.size(); ++i) {
+        ErrorLogWatch log;
+        testsupport::failAllocationAfter(i + 1 == cases.size() ? 4 : 0);
+        cases[i].add();
+        testsupport::stopFailingAllocations();
+        EXPECT_EQ(log.texts(), Texts{cases[i].text}) << "case " << i;
+        EXPECT_FALSE(section.existsKey(name)) << "case " << i;
+    }
+}
+
+TEST(SectionDictionaryLog, FailingConstructionIsLogged) {
+    ErrorLogWatch log;
+    testsupport::failAllocationAfter(0);
+    TestSection section;
+    testsupport::stopFailingAllocations();
+    EXPECT_EQ(log.texts(), Texts{"Error in SectionDictionary(int sectionnr)"});
+    EXPECT_FALSE(section.existsKey("k"));
+}
