@@ -54,6 +54,9 @@ class VELKAPI_EXPORT SectionDictionary {
     // Removes every entry.
     virtual void clear();
 
+    // The data type of the entry of `key`; None when there is none.
+    ValueDataType dataTypeOf(const std::string& key) const;
+
     void setOperation(OperationBase* op) { operation = op; }
     OperationBase* getOperation() const { return operation; }
     int getSectionNr() const { return sectionNr; }

@@ -2,10 +2,16 @@
 #pragma once
 
 #include <velkapi/Export.h>
+#include <velkapi/HeaderSection.h>
 #include <velkapi/LogFile.h>
 #include <velkapi/MacroExport.h>
 #include <velkapi/MacroVdm.h>
+#include <velkapi/MessageSection.h>
+#include <velkapi/MillDrillOperation.h>
+#include <velkapi/MillDrillOperationType.h>
 #include <velkapi/MillTurnVdm.h>
+#include <velkapi/OperationBase.h>
+#include <velkapi/ParameterSection.h>
 #include <velkapi/SectionDictionary.h>
 #include <velkapi/SectionValue.h>
 #include <velkapi/Value.h>

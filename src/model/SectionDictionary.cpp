@@ -161,6 +161,14 @@ bool SectionDictionary::isAxis(const std::string& key) const {
     });
 }
 
+ValueDataType SectionDictionary::dataTypeOf(const std::string& key) const {
+    return guarded(ValueDataType::None, "Error in SectionDictionary::dataTypeOf(const string & key)",
+                   [&] {
+                       const SectionValue* entry = findEntry(key);
+                       return entry ? entry->getValueDataType() : ValueDataType::None;
+                   });
+}
+
 void SectionDictionary::setDefault() {
     guarded("Error in SectionDictionary::setDefault()", [&] {
         for (auto& entry : entryMap()) {

@@ -28,6 +28,10 @@ void* findLibraryExport(void* library, const char* name);
 bool fileExists(const std::string& path);
 bool fileReadable(const std::string& path);
 
+// `path` when it is already complete (Windows: it names a drive; POSIX: it starts with '/'),
+// else `path` inside `folder`: folder, separator, path.
+std::string resolveInFolder(const std::string& path, const std::string& folder);
+
 // A value of an INI file: [section] and key matched without case, the value trimmed of blanks,
 // lines starting with ';' are comments, the first match wins; `fallback` when the file, the
 // section or the key is missing.

@@ -61,6 +61,13 @@ bool fileReadable(const std::string& path) {
     return access(path.c_str(), R_OK) == 0;
 }
 
+std::string resolveInFolder(const std::string& path, const std::string& folder) {
+    if (!path.empty() && path.front() == '/') {
+        return path;
+    }
+    return folder + pathSeparator() + path;
+}
+
 std::string iniValue(const std::string& file, const std::string& section, const std::string& key,
                      const std::string& fallback) {
     return IniReader::lookup(file, section, key, fallback);

@@ -24,6 +24,6 @@ run(${CMAKE_COMMAND} -S ${CONSUMER_DIR} -B ${WORK_DIR}/build -G ${GENERATOR}
     -DCMAKE_PREFIX_PATH=${prefix})
 run(${CMAKE_COMMAND} --build ${WORK_DIR}/build)
 run(${WORK_DIR}/build/addon)
-if(NOT last_output STREQUAL "read: 4 1 1 1\nnew line: hello\n")
+if(NOT last_output STREQUAL "read: 4 1 1 1\nnew line: hello\nkind: DRILLING\n")
   message(FATAL_ERROR "unexpected output:\n${last_output}")
 endif()

@@ -15,4 +15,7 @@ int main() {
     vdm.EndSection();
     vdm.Close();
     std::cout << "new line: " << velkhost::OfflineHost::instance().lines(1, 0)[1] << "\n";
+    std::cout << "kind: " << VelkApi::millDrillOperationTypeToString(
+                                 VelkApi::StringToMillDrillOperationType("boring"))
+              << "\n";
 }

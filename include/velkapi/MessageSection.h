@@ -1,0 +1,37 @@
+// An operation's free text lines: line n is the String entry keyed "n" (decimal). The lines are
+// stored as they are, one store line each.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include <velkapi/SectionDictionary.h>
+
+namespace VelkApi {
+
+class VELKAPI_EXPORT MessageSection : public SectionDictionary {
+  public:
+    explicit MessageSection(int sectionnr);
+    MessageSection(const MessageSection&) = default;
+    MessageSection& operator=(const MessageSection&) = default;
+    ~MessageSection() override;
+
+    // Writes the entries "0", "1", ... up to the number of entries minus 1 (a missing key gives
+    // no line) into the operation that is current in the store object.
+    void writeToVDM(OperationBase* op) override;
+    void readFromVDM(OperationBase* op) override;
+
+    // Adds line n, empty, unless it exists.
+    virtual void createLine(size_t n);
+    // Adds line n unless it exists, then sets it to `text`.
+    virtual void createandsetLine(size_t n, const std::string& text);
+    virtual void readFromStrings(const std::vector<std::string>& lines);
+    // Appends the lines to `lines`, which is not emptied first.
+    virtual void writeToStrings(std::vector<std::string>& lines);
+
+  private:
+    // The values of the entries "0" .. "<count - 1>" that exist, in order.
+    std::vector<std::string> presentLines() const;
+};
+
+}  // namespace VelkApi

@@ -1,0 +1,53 @@
+// A milling or drilling operation of a record store: the library's main class. Construction
+// finds the operation's kind and builds its sections; readFromVDM reads them all, the caller
+// edits them through getSection(...) and the dictionary accessors, and writeToVDM writes them
+// all back (inserting the operation first when it is new, mode 1).
+#pragma once
+
+#include <string>
+
+#include <velkapi/HeaderSection.h>
+#include <velkapi/MessageSection.h>
+#include <velkapi/OperationBase.h>
+#include <velkapi/ParameterSection.h>
+
+namespace VelkApi {
+
+class VELKAPI_EXPORT MillDrillOperation : public OperationBase {
+  public:
+    // The kind is read from the store.
+    MillDrillOperation(int vdmname, int opnr);
+    // The kind is given; the store is not consulted for it.
+    MillDrillOperation(MillDrillOperationType ot, int vdmname, int opnr);
+    // An operation of a kind only, outside any store and any running host.
+    explicit MillDrillOperation(MillDrillOperationType ot);
+    MillDrillOperation(const MillDrillOperation&) = default;
+    MillDrillOperation& operator=(const MillDrillOperation&) = default;
+    ~MillDrillOperation() override;
+
+    void writeToVDM() override;
+    void readFromVDM() override;
+    // The machine cycle of a drilling, pocket-cycle or threading operation ("g83_retract",
+    // "rectanglefin", "insidethread", ...); "" for other kinds.
+    std::string getCycle() override;
+
+    // The kind as found in the store (REDRAW when it cannot be read).
+    static MillDrillOperationType GetOperationType(int vdmName, int nr);
+
+    HeaderSection* getHeaderSection() const { return header; }
+    MessageSection* getMessageSection() const { return message; }
+    ParameterSection* getParameterSection() const { return parameter; }
+
+  protected:
+    ParameterSection* createParameterSection(const MillDrillOperationType& kind);
+
+  private:
+    void setup();
+    bool hasStoredSections() const;
+
+    HeaderSection* header = nullptr;
+    ParameterSection* parameter = nullptr;
+    MessageSection* message = nullptr;
+};
+
+}  // namespace VelkApi

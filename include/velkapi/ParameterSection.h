@@ -1,0 +1,56 @@
+// The machining parameters of an operation: store section 2. Init declares the catalogue of the
+// operation's kind; the section's lines in the store are
+//   line 0        the kind's name ("POCKET", "DRILLING", ...)
+//   line 1 ...    value lines: entry number nr is field nr % 100 of value line nr / 100
+// Option bits that share one number form one int field, the sum of 2^(bit-1) over true bits.
+#pragma once
+
+#include <string>
+
+#include <velkapi/MillDrillOperationType.h>
+#include <velkapi/SectionDictionary.h>
+
+namespace VelkApi {
+
+class MillTurnVdm;
+
+class VELKAPI_EXPORT ParameterSection : public SectionDictionary {
+  public:
+    // Declares no entries: the owner calls Init next.
+    ParameterSection(MillDrillOperationType type, int sectionnr);
+    ParameterSection(const ParameterSection&) = default;
+    ParameterSection& operator=(const ParameterSection&) = default;
+    ~ParameterSection() override;
+
+    void writeToVDM(OperationBase* op) override;
+    void readFromVDM(OperationBase* op) override;
+
+    // Declares every parameter of the kind. `machineAware` adds what the machine definition and
+    // the current channel allow (for operations inside a running host).
+    virtual void Init(bool machineAware);
+    // The entry's data type; None when there is no such entry.
+    virtual ValueDataType getValueDataType(const std::string& key);
+
+    bool isSubspindleAvailable() const { return subspindleAvailable; }
+    bool isYaxAvailable() const { return yAxisAvailable; }
+    int getChannel() const { return channel; }
+    int getLineCount() const { return lineCount; }
+    MillDrillOperationType getOperationType() const { return operationType; }
+    const std::string& getOperationTypeName() const { return operationTypeName; }
+
+  protected:
+    // GOH_0 .. GOH_5 as bits 15 to 20 of option word `number`.
+    void addGohParams(int number);
+
+    MillDrillOperationType operationType;
+    std::string operationTypeName;
+    int lineCount = 0;
+    bool subspindleAvailable = false;
+    bool yAxisAvailable = false;
+    int channel = 0;
+
+  private:
+    void readRecord(MillTurnVdm& vdm, int number);
+};
+
+}  // namespace VelkApi

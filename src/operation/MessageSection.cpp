@@ -1,0 +1,98 @@
+#include <velkapi/MessageSection.h>
+
+#include <velkapi/OperationBase.h>
+
+#include "host/ErrorBoundary.h"
+#include "host/StoreSession.h"
+
+namespace VelkApi {
+
+namespace {
+
+constexpr int kMessageSection = 0;
+
+}  // namespace
+
+MessageSection::MessageSection(int sectionnr) : SectionDictionary(sectionnr) {}
+
+MessageSection::~MessageSection() = default;
+
+void MessageSection::createLine(size_t n) {
+    const std::string key = std::to_string(n);
+    if (!existsKey(key)) {
+        addStringParameter(static_cast<int>(n), key, "", "");
+    }
+}
+
+void MessageSection::createandsetLine(size_t n, const std::string& text) {
+    const std::string key = std::to_string(n);
+    if (!existsKey(key)) {
+        addStringParameter(static_cast<int>(n), key, "", text);
+    }
+    setString(key, text);
+}
+
+void MessageSection::readFromStrings(const std::vector<std::string>& lines) {
+    for (size_t i = 0; i < lines.size(); ++i) {
+        createandsetLine(i, lines[i]);
+    }
+}
+
+std::vector<std::string> MessageSection::presentLines() const {
+    std::vector<std::string> lines;
+    const size_t count = entries().size();
+    for (size_t i = 0; i < count; ++i) {
+        const std::string key = std::to_string(i);
+        if (existsKey(key)) {
+            lines.push_back(getString(key));
+        }
+    }
+    return lines;
+}
+
+void MessageSection::writeToStrings(std::vector<std::string>& lines) {
+    for (std::string& line : presentLines()) {
+        lines.push_back(std::move(line));
+    }
+}
+
+void MessageSection::writeToVDM(OperationBase* op) {
+    detail::guarded("Error in MessageSection::writeToVDM()", [&] {
+        if (!op || !op->getVDM()) {
+            return;
+        }
+        MillTurnVdm& vdm = *op->getVDM();
+        host::StoreSession session(vdm);
+        if (!session || !vdm.BeginSection(sectionNr)) {
+            return;
+        }
+        for (const std::string& line : presentLines()) {
+            vdm.AddLine(line);
+        }
+        vdm.EndSection();
+    });
+}
+
+void MessageSection::readFromVDM(OperationBase* op) {
+    detail::guarded("Error in MessageSection::readFromVDM()", [&] {
+        if (!op || !op->getVDM()) {
+            return;
+        }
+        MillTurnVdm& vdm = *op->getVDM();
+        host::StoreSession session(vdm);
+        if (!session || !vdm.LoadOperation(op->getNumber())) {
+            return;
+        }
+        const int count = vdm.getSectionLineCount(kMessageSection);
+        if (vdm.getSectionCount() > kMessageSection) {
+            vdm.SeekSection(kMessageSection);
+        }
+        for (int i = 0; i < count; ++i) {
+            std::string line;
+            vdm.SingleGet(line);
+            createandsetLine(static_cast<size_t>(i), line);
+        }
+    });
+}
+
+}  // namespace VelkApi

@@ -1,0 +1,207 @@
+#include <velkapi/MillDrillOperation.h>
+
+#include <algorithm>
+
+#include "host/ErrorBoundary.h"
+
+namespace VelkApi {
+
+using detail::guarded;
+using Kind = MillDrillOperationType;
+
+namespace {
+
+// The sections' numbers in the store.
+constexpr int kMessageSectionNr = 0;
+constexpr int kParameterSectionNr = 2;
+constexpr int kStandardSteps = 6;
+
+std::string withReason(const char* prefix, const char* reason) {
+    return std::string(prefix) + " => " + reason;
+}
+
+}  // namespace
+
+MillDrillOperation::MillDrillOperation(int store, int opnr) : OperationBase(store, opnr) {
+    const auto describe = [](const char* reason) {
+        return withReason("Error in MillDrillOperation(int vdmname, int opnr)", reason);
+    };
+    guarded(describe, [&] {
+        operationType = GetOperationType(store, opnr);
+        if (operationType == Kind::REDRAW) {
+            return;
+        }
+        velkActive = true;
+        setup();
+    });
+}
+
+MillDrillOperation::MillDrillOperation(MillDrillOperationType ot, int store, int opnr)
+    : OperationBase(store, opnr) {
+    const auto describe = [](const char* reason) {
+        return withReason(
+            "Error in MillDrillOperation(MillDrillOperationType  ot, int vdmname, int opnr)",
+            reason);
+    };
+    guarded(describe, [&] {
+        operationType = ot;
+        if (operationType == Kind::REDRAW) {
+            return;
+        }
+        velkActive = true;
+        setup();
+    });
+}
+
+MillDrillOperation::MillDrillOperation(MillDrillOperationType ot) {
+    operationType = ot;
+    velkActive = false;
+    if (ot != Kind::REDRAW) {
+        setup();
+    }
+}
+
+MillDrillOperation::~MillDrillOperation() = default;
+
+MillDrillOperationType MillDrillOperation::GetOperationType(int vdmName, int nr) {
+    const auto describe = [](const char* reason) {
+        return withReason("Error in MillDrillOperation::GetOperationType()", reason);
+    };
+    return guarded(Kind::REDRAW, describe, [&] {
+        MillTurnVdm store(vdmName);
+        const Kind kind = GetMillDrillOperationType(&store, nr);
+        if (store.isOpen()) {
+            store.Close();
+        }
+        return kind;
+    });
+}
+
+void MillDrillOperation::setup() {
+    const auto describe = [](const char* reason) {
+        return withReason("Error in MillDrillOperation::Setup", reason);
+    };
+    guarded(describe, [&] {
+        header = nullptr;
+        parameter = nullptr;
+        message = nullptr;
+
+        auto headerSection = std::make_shared<HeaderSection>();
+        header = headerSection.get();
+        enterSection("Header", headerSection);
+
+        const int steps = std::max(header->getInt("SectionCount"), kStandardSteps);
+        for (int step = 1; step <= steps; ++step) {
+            switch (step) {
+                case 1: {
+                    auto messageSection = std::make_shared<MessageSection>(kMessageSectionNr);
+                    message = messageSection.get();
+                    enterSection("Message", messageSection);
+                    break;
+                }
+                case 2:
+                    // An operation of unknown kind holds the name without a tool section.
+                    if (operationType == Kind::Unknown) {
+                        enterSection("ToolData", nullptr);
+                    }
+                    break;
+                case 3:
+                    if (operationType != Kind::Unknown && createParameterSection(operationType)) {
+                        parameter->Init(isTurn());
+                    }
+                    break;
+                default:
+                    break;
+            }
+        }
+    });
+}
+
+ParameterSection* MillDrillOperation::createParameterSection(const MillDrillOperationType& kind) {
+    return guarded<ParameterSection*>(
+        nullptr, "Error in MillDrillOperation::createParameterSection", [&]() -> ParameterSection* {
+            if (auto existing = sections->find("Parameter"); existing != sections->end()) {
+                return dynamic_cast<ParameterSection*>(existing->second.get());
+            }
+            auto section = std::make_shared<ParameterSection>(kind, kParameterSectionNr);
+            parameter = section.get();
+            enterSection("Parameter", section);
+            return parameter;
+        });
+}
+
+// Kinds REDRAW and Unknown have nothing to read or write; neither has an operation of a kind
+// only, outside any store.
+bool MillDrillOperation::hasStoredSections() const {
+    return vdm && operationType != Kind::REDRAW && operationType != Kind::Unknown;
+}
+
+void MillDrillOperation::readFromVDM() {
+    guarded("Error in MillDrillOperation::readFromVDM()", [&] {
+        if (!hasStoredSections()) {
+            return;
+        }
+        for (const char* name : {"Header", "Parameter", "Geometry", "Message", "Additional_1",
+                                 "Additional_2", "ToolData"}) {
+            const auto found = sections->find(name);
+            if (found != sections->end() && found->second) {
+                found->second->readFromVDM(this);
+            }
+        }
+    });
+}
+
+void MillDrillOperation::writeToVDM() {
+    guarded("Error in MillDrillOperation::writeToVDM()", [&] {
+        if (!hasStoredSections()) {
+            return;
+        }
+        if (isNew() && vdm && vdm->Create()) {
+            vdm->InsertOperation(number, millDrillOperationTypeToVelk(operationType));
+            vdm->Close();
+        }
+        for (const auto& [name, section] : *sections) {
+            if (section) {
+                section->writeToVDM(this);
+            }
+        }
+    });
+}
+
+std::string MillDrillOperation::getCycle() {
+    return guarded<std::string>("", "Error in MillDrillOperation::GetCycle()", [&] {
+        std::string cycle;
+        if (!parameter) {
+            return cycle;
+        }
+        const int t = parameter->getInt("i_type");
+        switch (operationType) {
+            case Kind::DRILLING:
+                if (t == 83) {
+                    cycle =
+                        parameter->getInt("i_g83_chipbr") == 0 ? "g83_retract" : "g83_chipbreak";
+                } else {
+                    cycle = "g" + std::to_string(t);
+                }
+                break;
+            case Kind::POCCYCLE: {
+                static const char* const kShapes[] = {"circle", "rectangle", "slot", "thread"};
+                if (t >= 1 && t <= 4) {
+                    cycle = kShapes[t - 1];
+                }
+                if (parameter->getInt("i_finishing") == 1) {
+                    cycle += "fin";
+                }
+                break;
+            }
+            case Kind::THREADING:
+                cycle = t == 1 ? "insidethread" : "outsidethread";
+                break;
+            default:
+                break;
+        }
+        return cycle;
+    });
+}
+
+}  // namespace VelkApi

@@ -1,0 +1,63 @@
+// What the parameter tests share: an operation of a store, a parameter section that opens its
+// building blocks to the tests, and a fixture with a host whose "TURNDRIVENTOOLS" is set.
+#pragma once
+
+#include <velkapi/OperationBase.h>
+#include <velkapi/ParameterSection.h>
+
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "ErrorLog.h"
+#include "HostFixture.h"
+#include "TestEnvironment.h"
+
+namespace paramtest {
+
+using Texts = std::vector<std::string>;
+
+// Operation `nr` of store `store`, made inside a running host (velk-active) or not.
+class TestOperation : public VelkApi::OperationBase {
+  public:
+    TestOperation(int store, int nr, bool velk) : OperationBase(store, nr) { velkActive = velk; }
+    void writeToVDM() override {}
+    void readFromVDM() override {}
+};
+
+class OpenParameterSection : public VelkApi::ParameterSection {
+  public:
+    explicit OpenParameterSection(VelkApi::MillDrillOperationType type, int number = 2)
+        : ParameterSection(type, number) {}
+
+    using SectionDictionary::addBoolParameter;
+    using SectionDictionary::addDoubleParameter;
+    using SectionDictionary::addIntParameter;
+    using SectionDictionary::addStringParameter;
+    using SectionDictionary::findEntry;
+
+    void setLineCount(int count) { lineCount = count; }
+    void setYaxAvailable(bool available) { yAxisAvailable = available; }
+};
+
+class ParametersTest : public testsupport::HostTest {
+  protected:
+    void SetUp() override {
+        HostTest::SetUp();
+        host().setEnvironment("TURNDRIVENTOOLS", "1");
+    }
+
+    // Writes `content` to a file of the scratch folder and returns its path.
+    static std::string writeFile(const std::string& name, const std::string& content) {
+        const std::string path = testsupport::appDataFolder() + "/" + name;
+        std::ofstream(path, std::ios::binary) << content;
+        return path;
+    }
+
+    // The lines of operation `nr` of store `vdm`, its header first.
+    static std::vector<std::string> storedLines(int vdm, int nr = 0) {
+        return host().lines(vdm, nr);
+    }
+};
+
+}  // namespace paramtest
