@@ -1,5 +1,6 @@
-// The velk subcommands. Each registers itself on the application and runs over a project
-// loaded into the offline host.
+// The velk subcommands. Each registers itself on the application; its callback runs over the
+// project loaded into the offline host and throws CommandError or velkhost::ProjectError to
+// fail with one clear line.
 #pragma once
 
 #include <CLI/CLI.hpp>
@@ -7,5 +8,9 @@
 namespace velk {
 
 void addWalkCommand(CLI::App& app);
+void addOpsCommand(CLI::App& app);
+void addShowCommand(CLI::App& app);
+void addSetCommand(CLI::App& app);
+void addAddCommand(CLI::App& app);
 
 }  // namespace velk

@@ -1,15 +1,20 @@
-// velk: inspect and edit the record stores of a project file through the VelkApi library, with
+// velk: inspect and edit the operations of a project file through the VelkApi library, with
 // the offline host standing in for the CAM application.
 #include <velkhost/OfflineHost.h>
 
 #include <iostream>
 
 #include "Commands.h"
+#include "Project.h"
 
 int main(int argc, char** argv) {
-    CLI::App app{"velk - read and edit milling and drilling operations of a project file"};
+    CLI::App app{"velk - read and edit the milling and drilling operations of a project file"};
     app.require_subcommand(1);
     velk::addWalkCommand(app);
+    velk::addOpsCommand(app);
+    velk::addShowCommand(app);
+    velk::addSetCommand(app);
+    velk::addAddCommand(app);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& e) {
@@ -17,6 +22,9 @@ int main(int argc, char** argv) {
     } catch (const velkhost::ProjectError& e) {
         std::cerr << "velk: " << e.what() << "\n";
         return 2;
+    } catch (const velk::CommandError& e) {
+        std::cerr << "velk: " << e.what() << "\n";
+        return 1;
     }
     return 0;
 }

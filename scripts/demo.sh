@@ -1,8 +1,29 @@
 #!/usr/bin/env bash
-# Installs what is missing, builds the velk tool and walks the example project with it.
+# Installs what is missing, builds the velk tool and shows it at work on the example project:
+# list the operations of a store, show one operation, set parameters in a copy of the project
+# and show which store lines changed.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/install-deps.sh
 cmake -S . -B build-demo -G Ninja -DCMAKE_BUILD_TYPE=Release -DVELKAPI_BUILD_TESTS=OFF >/dev/null
 cmake --build build-demo -j2 --target velk
-build-demo/cli/velk walk examples/demo-project.json
+velk=build-demo/cli/velk
+project=examples/demo-project.json
+
+run() {
+  echo
+  echo "\$ velk $*"
+  "$velk" "$@"
+}
+
+run ops "$project" --store 1
+run show "$project" --store 1 --op 9 --section Parameter
+
+copy="$(mktemp -d)/demo-project.json"
+cp "$project" "$copy"
+run set "$copy" --store 1 --op 9 Parameter.w_depth=-25 Parameter.i_coolant=1 \
+  "Message.0=Drill the four mounting holes 25 deep"
+echo
+echo "\$ diff -u $project $copy"
+diff -u "$project" "$copy" || true
+rm -r "$(dirname "$copy")"

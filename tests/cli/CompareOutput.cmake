@@ -1,6 +1,24 @@
-# cmake -P script: runs VELK with ARGS and checks its exit code (EXPECTED_EXIT, default 0), its
-# standard output against the file EXPECTED, and the first line of its standard error against
-# EXPECTED_ERROR.
+# cmake -P script: runs VELK with ARGS and checks what it did.
+#   COPY_FROM / COPY_TO  copy a project file first (the command then works on the copy)
+#   EXPECTED_EXIT        the exit code (default 0)
+#   EXPECTED             a file the standard output must equal byte for byte
+#   EXPECTED_ERROR       the first line of standard error
+#   UNCHANGED            a file that must be byte for byte the same afterwards
+#   SHOW_ARGS            arguments of a later `velk show ... --json` whose output
+#   JSON_CHECKS          "<json path>=<value>" items are checked against,
+#                        e.g. "sections:Parameter:w_depth:value=-25"
+# Lists are separated by "|", since ctest splits arguments at ";".
+foreach(list ARGS SHOW_ARGS JSON_CHECKS)
+  if(DEFINED ${list})
+    string(REPLACE "|" ";" ${list} "${${list}}")
+  endif()
+endforeach()
+if(DEFINED COPY_FROM)
+  configure_file(${COPY_FROM} ${COPY_TO} COPYONLY)
+endif()
+if(DEFINED UNCHANGED)
+  file(SHA256 ${UNCHANGED} before)
+endif()
 execute_process(COMMAND ${VELK} ${ARGS} RESULT_VARIABLE exit OUTPUT_VARIABLE out ERROR_VARIABLE err)
 if(NOT DEFINED EXPECTED_EXIT)
   set(EXPECTED_EXIT 0)
@@ -19,4 +37,23 @@ if(DEFINED EXPECTED_ERROR)
   if(NOT first_line STREQUAL EXPECTED_ERROR)
     message(FATAL_ERROR "error line '${first_line}', expected '${EXPECTED_ERROR}'")
   endif()
+endif()
+if(DEFINED UNCHANGED)
+  file(SHA256 ${UNCHANGED} after)
+  if(NOT before STREQUAL after)
+    message(FATAL_ERROR "${UNCHANGED} was changed")
+  endif()
+endif()
+if(DEFINED JSON_CHECKS)
+  execute_process(COMMAND ${VELK} ${SHOW_ARGS} --json RESULT_VARIABLE exit OUTPUT_VARIABLE json)
+  foreach(check IN LISTS JSON_CHECKS)
+    string(REPLACE "=" ";" parts "${check}")
+    list(GET parts 0 path)
+    list(GET parts 1 want)
+    string(REPLACE ":" ";" path "${path}")
+    string(JSON got GET "${json}" ${path})
+    if(NOT got STREQUAL want)
+      message(FATAL_ERROR "${path}: '${got}', expected '${want}'")
+    endif()
+  endforeach()
 endif()

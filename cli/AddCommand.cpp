@@ -1,0 +1,83 @@
+// velk add PROJECT --store N --kind KIND [--at K] [--description TEXT]: inserts a new operation
+// of a kind, with every parameter at its default, through the library, and saves the project.
+#include <velkapi/MillDrillOperation.h>
+#include <velkhost/OfflineHost.h>
+
+#include <iostream>
+#include <memory>
+
+#include "Commands.h"
+#include "Project.h"
+
+namespace velk {
+
+namespace {
+
+using VelkApi::MillDrillOperationType;
+
+// The host keeps three records of its own in front of the operations of a store.
+constexpr int kFirstMachiningOperation = 3;
+
+struct AddOptions {
+    std::string project;
+    int store = 0;
+    std::string kind;
+    int at = -1;
+    std::string description;
+};
+
+MillDrillOperationType parseKind(const std::string& name) {
+    const MillDrillOperationType kind = VelkApi::StringToMillDrillOperationType(name);
+    if (kind == MillDrillOperationType::Unknown || kind == MillDrillOperationType::REDRAW) {
+        throw CommandError("'" + name + "' is not a kind of machining operation");
+    }
+    return kind;
+}
+
+void add(const AddOptions& options) {
+    loadProject(options.project);
+    requireStore(options.store);
+    const MillDrillOperationType kind = parseKind(options.kind);
+    const int count =
+        static_cast<int>(velkhost::OfflineHost::instance().records(options.store).size());
+    const int at = options.at < 0 ? count : options.at;
+    if (at < kFirstMachiningOperation) {
+        throw CommandError(
+            "operations 0 to 2 of a store are not machining operations: --at must "
+            "be 3 or more");
+    }
+    if (at > count) {
+        throw CommandError("store " + std::to_string(options.store) + " has " +
+                           std::to_string(count) + " operations: --at must lie in 0.." +
+                           std::to_string(count));
+    }
+    VelkApi::MillDrillOperation op(kind, options.store, at);
+    op.setMode(1);
+    op.getParameterSection()->setDefault();
+    op.getMessageSection()->createandsetLine(0, options.description);
+    writeOperation(op);
+    saveProject(options.project);
+    std::cout << "store " << options.store << ": added operation " << at << " (" << kindName(kind)
+              << ")\n";
+}
+
+}  // namespace
+
+void addAddCommand(CLI::App& app) {
+    auto options = std::make_shared<AddOptions>();
+    CLI::App* addCommand = app.add_subcommand(
+        "add", "Insert a new operation of a kind, every parameter at its default, and save");
+    addCommand->add_option("PROJECT", options->project, "Project file (JSON)")
+        ->required()
+        ->check(CLI::ExistingFile);
+    addCommand->add_option("--store", options->store, "Store number")->required();
+    addCommand->add_option("--kind", options->kind, "Kind: POCKET, DRILLING, PROFILE, ...")
+        ->required();
+    addCommand->add_option("--at", options->at,
+                           "Operation number the new one takes (default: after the last)");
+    addCommand->add_option("--description", options->description,
+                           "First line of the operation's message section");
+    addCommand->callback([options] { add(*options); });
+}
+
+}  // namespace velk

@@ -1,0 +1,52 @@
+// velk ops PROJECT --store N: one line per operation: number, kind, description.
+#include <velkapi/MillDrillOperation.h>
+#include <velkapi/MillTurnVdm.h>
+#include <velkhost/OfflineHost.h>
+
+#include <iomanip>
+#include <iostream>
+#include <memory>
+
+#include "Commands.h"
+#include "Project.h"
+
+namespace velk {
+
+namespace {
+
+struct OpsOptions {
+    std::string project;
+    int store = 0;
+};
+
+void listOperations(const OpsOptions& options) {
+    loadProject(options.project);
+    requireStore(options.store);
+    const auto count = velkhost::OfflineHost::instance().records(options.store).size();
+    for (std::size_t nr = 0; nr < count; ++nr) {
+        const int number = static_cast<int>(nr);
+        // The kind as an operation finds it; the list entry's own kind goes by the header's
+        // host number first, which threading shares with the pocket cycle.
+        const VelkApi::MillDrillOperationDecl decl(options.store, number, 0);
+        const auto kind = VelkApi::MillDrillOperation::GetOperationType(options.store, number);
+        std::cout << std::setw(4) << nr << "  " << std::left << std::setw(12) << kindName(kind)
+                  << std::right << "  " << decl.getDescription() << "\n";
+    }
+    reportHostMessages();
+}
+
+}  // namespace
+
+void addOpsCommand(CLI::App& app) {
+    auto options = std::make_shared<OpsOptions>();
+    CLI::App* ops = app.add_subcommand("ops",
+                                       "List the operations of a store: number, kind and "
+                                       "description");
+    ops->add_option("PROJECT", options->project, "Project file (JSON)")
+        ->required()
+        ->check(CLI::ExistingFile);
+    ops->add_option("--store", options->store, "Store number")->required();
+    ops->callback([options] { listOperations(*options); });
+}
+
+}  // namespace velk

@@ -1,0 +1,151 @@
+#include "Project.h"
+
+#include <velkhost/OfflineHost.h>
+
+#include <iostream>
+
+namespace velk {
+
+using VelkApi::MillDrillOperationType;
+using VelkApi::SectionType;
+
+void loadProject(const std::string& path) {
+    velkhost::OfflineHost::instance().loadProject(path);
+}
+
+void saveProject(const std::string& path) {
+    velkhost::OfflineHost::instance().saveProject(path);
+}
+
+void requireStore(int store) {
+    if (!velkhost::OfflineHost::instance().hasStore(store)) {
+        throw CommandError("store " + std::to_string(store) + " does not exist in the project");
+    }
+}
+
+void requireOperation(int store, int op) {
+    requireStore(store);
+    const auto count = velkhost::OfflineHost::instance().records(store).size();
+    if (op < 0 || static_cast<std::size_t>(op) >= count) {
+        throw CommandError(
+            "store " + std::to_string(store) + " has no operation " + std::to_string(op) +
+            " (it has " + std::to_string(count) +
+            (count == 1 ? " operation, numbered from 0)" : " operations, numbered from 0)"));
+    }
+}
+
+std::unique_ptr<VelkApi::MillDrillOperation> readOperation(int store, int op) {
+    requireOperation(store, op);
+    auto operation = std::make_unique<VelkApi::MillDrillOperation>(store, op);
+    if (operation->getOperationType() == MillDrillOperationType::REDRAW) {
+        throw CommandError("operation " + std::to_string(op) + " of store " +
+                           std::to_string(store) + " is not a machining operation");
+    }
+    operation->readFromVDM();
+    return operation;
+}
+
+std::string kindName(MillDrillOperationType kind) {
+    if (kind == MillDrillOperationType::Unknown) {
+        return "unknown";
+    }
+    const std::string name = VelkApi::millDrillOperationTypeToString(kind);
+    return name.empty() ? "kind " + std::to_string(static_cast<int>(kind)) : name;
+}
+
+std::string dataTypeName(VelkApi::ValueDataType type) {
+    switch (type) {
+        case VelkApi::ValueDataType::Double:
+            return "double";
+        case VelkApi::ValueDataType::Int:
+            return "int";
+        case VelkApi::ValueDataType::Bool:
+            return "bool";
+        case VelkApi::ValueDataType::String:
+            return "text";
+        case VelkApi::ValueDataType::VelkObject:
+            return "object";
+        case VelkApi::ValueDataType::Action:
+            return "action";
+        case VelkApi::ValueDataType::None:
+            break;
+    }
+    return "none";
+}
+
+const std::vector<std::string>& sectionNames() {
+    static const std::vector<std::string> names = {
+        "Additional_1", "Additional_2", "Geometry", "Header", "Message", "Parameter", "ToolData"};
+    return names;
+}
+
+VelkApi::SectionDictionary* findSection(const VelkApi::OperationBase& op, const std::string& name) {
+    static const std::vector<std::pair<std::string, std::pair<SectionType, int>>> keys = {
+        {"Header", {SectionType::Header, 0}},
+        {"Message", {SectionType::Message, 0}},
+        {"ToolData", {SectionType::ToolData, 0}},
+        {"Parameter", {SectionType::Parameter, 0}},
+        {"Geometry", {SectionType::Geometry, 0}},
+        {"Additional_1", {SectionType::Additional, 1}},
+        {"Additional_2", {SectionType::Additional, 2}},
+    };
+    for (const auto& [sectionName, key] : keys) {
+        if (sectionName == name) {
+            return op.getSection(key.first, key.second);
+        }
+    }
+    return nullptr;
+}
+
+std::vector<std::string> presentSections(const VelkApi::OperationBase& op) {
+    std::vector<std::string> present;
+    for (const std::string& name : sectionNames()) {
+        if (findSection(op, name)) {
+            present.push_back(name);
+        }
+    }
+    return present;
+}
+
+VelkApi::SectionDictionary& requireSection(const VelkApi::OperationBase& op,
+                                           const std::string& name) {
+    if (VelkApi::SectionDictionary* section = findSection(op, name)) {
+        return *section;
+    }
+    std::string present;
+    for (const std::string& presentName : presentSections(op)) {
+        present += (present.empty() ? "" : ", ") + presentName;
+    }
+    throw CommandError("the operation has no section '" + name + "' (it has " + present + ")");
+}
+
+std::vector<std::string> takeMessageBoxes() {
+    auto& host = velkhost::OfflineHost::instance();
+    std::vector<std::string> lines;
+    for (const auto& box : host.messageBoxes()) {
+        lines.push_back(box.caption + ": " + box.text);
+    }
+    host.clearMessageBoxes();
+    return lines;
+}
+
+}  // namespace velk
+
+namespace velk {
+
+void reportHostMessages() {
+    for (const std::string& box : takeMessageBoxes()) {
+        std::cerr << "velk: host message: " << box << "\n";
+    }
+}
+
+void writeOperation(VelkApi::MillDrillOperation& op) {
+    reportHostMessages();
+    op.writeToVDM();
+    if (const auto boxes = takeMessageBoxes(); !boxes.empty()) {
+        throw CommandError("the host refused the write (" + boxes.front() +
+                           "): the project file is unchanged");
+    }
+}
+
+}  // namespace velk

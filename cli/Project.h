@@ -1,0 +1,55 @@
+// What every velk command shares: the project loaded into the offline host, the checks of a
+// store and operation given on the command line, and the one way a command fails.
+#pragma once
+
+#include <velkapi/MillDrillOperation.h>
+
+#include <memory>
+#include <stdexcept>
+#include <string>
+
+namespace velk {
+
+// A failure a command reports as one line "velk: <message>" and a non-zero exit.
+class CommandError : public std::runtime_error {
+  public:
+    using std::runtime_error::runtime_error;
+};
+
+// Loads the project file into the offline host (throws velkhost::ProjectError).
+void loadProject(const std::string& path);
+// Saves the offline host's project to the file.
+void saveProject(const std::string& path);
+
+// Throws CommandError unless the store exists.
+void requireStore(int store);
+// Throws CommandError unless the store exists and holds operation `op`.
+void requireOperation(int store, int op);
+// The operation read from the store; throws CommandError when it is not a machining operation.
+std::unique_ptr<VelkApi::MillDrillOperation> readOperation(int store, int op);
+
+// "DRILLING", or "kind 15" for a kind without a name, "unknown" for an unrecognised kind.
+std::string kindName(VelkApi::MillDrillOperationType kind);
+// "int", "double", "bool", "text", ...
+std::string dataTypeName(VelkApi::ValueDataType type);
+
+// The section names an operation may hold, in the order the library writes them.
+const std::vector<std::string>& sectionNames();
+// The section of that name; null when the operation has none.
+VelkApi::SectionDictionary* findSection(const VelkApi::OperationBase& op, const std::string& name);
+
+// The names of the sections the operation holds, in sectionNames() order.
+std::vector<std::string> presentSections(const VelkApi::OperationBase& op);
+// The section of that name; throws CommandError naming the sections the operation has.
+VelkApi::SectionDictionary& requireSection(const VelkApi::OperationBase& op,
+                                           const std::string& name);
+
+// Message boxes the library showed since the last call, as "caption: text" lines.
+std::vector<std::string> takeMessageBoxes();
+// Prints the message boxes shown since the last call to stderr, as host messages.
+void reportHostMessages();
+// Writes the operation back; a message box shown meanwhile means the host refused part of the
+// write, which throws CommandError before anything is saved.
+void writeOperation(VelkApi::MillDrillOperation& op);
+
+}  // namespace velk

@@ -1,0 +1,142 @@
+// velk set PROJECT --store N --op K SECTION.KEY=VALUE...: edits one operation through the
+// library, writes it back and saves the project. Every assignment is checked before anything
+// is written; on any error the project file stays untouched.
+#include <velkapi/MillDrillOperation.h>
+
+#include <cerrno>
+#include <charconv>
+#include <cstdlib>
+#include <functional>
+#include <iostream>
+#include <memory>
+
+#include "Commands.h"
+#include "Project.h"
+
+namespace velk {
+
+namespace {
+
+using VelkApi::SectionDictionary;
+using VelkApi::ValueDataType;
+
+struct SetOptions {
+    std::string project;
+    int store = 0;
+    int op = 0;
+    std::vector<std::string> assignments;
+};
+
+struct Assignment {
+    std::string text;  // as given, for messages
+    std::string section;
+    std::string key;
+    std::string value;
+};
+
+Assignment parseAssignment(const std::string& text) {
+    const std::size_t dot = text.find('.');
+    const std::size_t equals = text.find('=', dot == std::string::npos ? 0 : dot);
+    if (dot == std::string::npos || equals == std::string::npos || dot == 0 || equals == dot + 1) {
+        throw CommandError("'" + text + "' is not SECTION.KEY=VALUE");
+    }
+    return {text, text.substr(0, dot), text.substr(dot + 1, equals - dot - 1),
+            text.substr(equals + 1)};
+}
+
+int parseInt(const Assignment& a) {
+    int value = 0;
+    const char* end = a.value.data() + a.value.size();
+    const auto result = std::from_chars(a.value.data(), end, value);
+    if (a.value.empty() || result.ec != std::errc() || result.ptr != end) {
+        throw CommandError(a.section + "." + a.key + " is an int, and '" + a.value +
+                           "' is not a whole number");
+    }
+    return value;
+}
+
+double parseDouble(const Assignment& a) {
+    std::string text = a.value;
+    for (char& c : text) {
+        c = c == ',' ? '.' : c;
+    }
+    char* end = nullptr;
+    errno = 0;
+    const double value = std::strtod(text.c_str(), &end);
+    if (text.empty() || *end != '\0' || errno == ERANGE) {
+        throw CommandError(a.section + "." + a.key + " is a double, and '" + a.value +
+                           "' is not a number");
+    }
+    return value;
+}
+
+bool parseBool(const Assignment& a) {
+    if (a.value == "true" || a.value == "1") {
+        return true;
+    }
+    if (a.value == "false" || a.value == "0") {
+        return false;
+    }
+    throw CommandError(a.section + "." + a.key + " is a bool, and '" + a.value +
+                       "' is not true, false, 1 or 0");
+}
+
+// Checks the assignment against the operation and returns the edit that applies it.
+std::function<void()> prepare(VelkApi::MillDrillOperation& op, const Assignment& a) {
+    if (a.section == "Header") {
+        throw CommandError("the Header section is read-only: it follows from the other sections");
+    }
+    SectionDictionary& section = requireSection(op, a.section);
+    if (!section.existsKey(a.key)) {
+        throw CommandError("section " + a.section + " has no key '" + a.key + "'");
+    }
+    switch (section.dataTypeOf(a.key)) {
+        case ValueDataType::Int:
+            return [&section, a, v = parseInt(a)] { section.setInt(a.key, v); };
+        case ValueDataType::Double:
+            return [&section, a, v = parseDouble(a)] { section.setDouble(a.key, v); };
+        case ValueDataType::Bool:
+            return [&section, a, v = parseBool(a)] { section.setBool(a.key, v); };
+        case ValueDataType::String:
+            return [&section, a] { section.setString(a.key, a.value); };
+        default:
+            throw CommandError(a.section + "." + a.key + " cannot be set from the command line");
+    }
+}
+
+void set(const SetOptions& options) {
+    loadProject(options.project);
+    const auto op = readOperation(options.store, options.op);
+    std::vector<std::function<void()>> edits;
+    for (const std::string& text : options.assignments) {
+        edits.push_back(prepare(*op, parseAssignment(text)));
+    }
+    for (const auto& edit : edits) {
+        edit();
+    }
+    writeOperation(*op);
+    saveProject(options.project);
+    std::cout << "store " << options.store << ", operation " << options.op << ": "
+              << options.assignments.size()
+              << (options.assignments.size() == 1 ? " value set\n" : " values set\n");
+}
+
+}  // namespace
+
+void addSetCommand(CLI::App& app) {
+    auto options = std::make_shared<SetOptions>();
+    CLI::App* set = app.add_subcommand(
+        "set",
+        "Set values of one operation (SECTION.KEY=VALUE), write it back and save the project");
+    set->add_option("PROJECT", options->project, "Project file (JSON)")
+        ->required()
+        ->check(CLI::ExistingFile);
+    set->add_option("--store", options->store, "Store number")->required();
+    set->add_option("--op", options->op, "Operation number in the store (from 0)")->required();
+    set->add_option("ASSIGNMENT", options->assignments,
+                    "SECTION.KEY=VALUE, e.g. Parameter.w_zdepth=-12.5 or Message.0=\"Rough\"")
+        ->required();
+    set->callback([options] { velk::set(*options); });
+}
+
+}  // namespace velk

@@ -1,0 +1,122 @@
+// velk show PROJECT --store N --op K [--section NAME] [--json]: every key of every section of
+// one operation, with its data type and value. The header's values are the record's numbers.
+#include <velkapi/MillDrillOperation.h>
+
+#include <nlohmann/json.hpp>
+
+#include <iomanip>
+#include <iostream>
+#include <memory>
+
+#include "Commands.h"
+#include "Project.h"
+
+namespace velk {
+
+namespace {
+
+using VelkApi::SectionDictionary;
+using VelkApi::ValueDataType;
+
+struct ShowOptions {
+    std::string project;
+    int store = 0;
+    int op = 0;
+    std::string section;
+    bool json = false;
+};
+
+std::vector<std::string> keysOf(const SectionDictionary& section) {
+    std::vector<std::string> keys;
+    section.readKeys(keys);
+    return keys;
+}
+
+nlohmann::ordered_json jsonValue(const SectionDictionary& section, const std::string& key) {
+    switch (section.dataTypeOf(key)) {
+        case ValueDataType::Int:
+            return section.getInt(key);
+        case ValueDataType::Double:
+            return section.getDouble(key);
+        case ValueDataType::Bool:
+            return section.getBool(key);
+        default:
+            return section.getValueAsString(key);
+    }
+}
+
+std::vector<std::string> chosenSections(const VelkApi::MillDrillOperation& op,
+                                        const std::string& only) {
+    if (only.empty()) {
+        return presentSections(op);
+    }
+    requireSection(op, only);
+    return {only};
+}
+
+void printText(const VelkApi::MillDrillOperation& op, const std::vector<std::string>& names) {
+    for (const std::string& name : names) {
+        const SectionDictionary& section = *findSection(op, name);
+        std::cout << "[" << name << "]\n";
+        for (const std::string& key : keysOf(section)) {
+            std::cout << "  " << std::left << std::setw(32) << key << std::setw(8)
+                      << dataTypeName(section.dataTypeOf(key)) << std::right
+                      << section.getValueAsString(key) << "\n";
+        }
+    }
+}
+
+void printJson(const ShowOptions& options, const VelkApi::MillDrillOperation& op,
+               const std::vector<std::string>& names) {
+    nlohmann::ordered_json out;
+    out["store"] = options.store;
+    out["operation"] = options.op;
+    out["kind"] = kindName(op.getOperationType());
+    nlohmann::ordered_json sections = nlohmann::ordered_json::object();
+    for (const std::string& name : names) {
+        const SectionDictionary& section = *findSection(op, name);
+        nlohmann::ordered_json entries = nlohmann::ordered_json::object();
+        for (const std::string& key : keysOf(section)) {
+            entries[key] = {{"type", dataTypeName(section.dataTypeOf(key))},
+                            {"value", jsonValue(section, key)}};
+        }
+        sections[name] = entries;
+    }
+    out["sections"] = sections;
+    std::cout << out.dump(2) << "\n";
+}
+
+void show(const ShowOptions& options) {
+    loadProject(options.project);
+    const auto op = readOperation(options.store, options.op);
+    op->getHeaderSection()->setDefault();
+    const std::vector<std::string> names = chosenSections(*op, options.section);
+    if (options.json) {
+        printJson(options, *op, names);
+    } else {
+        std::cout << "store " << options.store << ", operation " << options.op << ": "
+                  << kindName(op->getOperationType()) << "\n";
+        printText(*op, names);
+    }
+    reportHostMessages();
+}
+
+}  // namespace
+
+void addShowCommand(CLI::App& app) {
+    auto options = std::make_shared<ShowOptions>();
+    CLI::App* show = app.add_subcommand("show",
+                                        "Show every section of one operation: keys, "
+                                        "data types and values");
+    show->add_option("PROJECT", options->project, "Project file (JSON)")
+        ->required()
+        ->check(CLI::ExistingFile);
+    show->add_option("--store", options->store, "Store number")->required();
+    show->add_option("--op", options->op, "Operation number in the store (from 0)")->required();
+    show->add_option("--section", options->section,
+                     "Only this section (Header, Message, Parameter, ...)");
+    show->add_flag("--json", options->json, "Print JSON instead of text");
+    show->callback([options] { velk::show(*options); });
+}
+
+}  // namespace velk
