@@ -21,7 +21,7 @@ foreach(file include/velkapi/VelkApi.h include/velkapi/MillTurnVdm.h
 endforeach()
 
 run(${CMAKE_COMMAND} -S ${CONSUMER_DIR} -B ${WORK_DIR}/build -G ${GENERATOR}
-    -DCMAKE_PREFIX_PATH=${prefix})
+    -DCMAKE_PREFIX_PATH=${prefix} "-DCMAKE_CXX_FLAGS=${CXX_FLAGS}")
 run(${CMAKE_COMMAND} --build ${WORK_DIR}/build)
 run(${WORK_DIR}/build/addon)
 if(NOT last_output STREQUAL "read: 4 1 1 1\nnew line: hello\nkind: DRILLING\n")
