@@ -2,21 +2,10 @@
 #include <velkapi/MillDrillOperation.h>
 
 #include "HostFixture.h"
+#include "StoredOperation.h"
 
 using namespace VelkApi;
 using Texts = std::vector<std::string>;
-
-namespace {
-
-// Just a store and a number, for sections to read from.
-class StoredOperation : public OperationBase {
-  public:
-    StoredOperation(int store, int nr) : OperationBase(store, nr) {}
-    void writeToVDM() override {}
-    void readFromVDM() override {}
-};
-
-}  // namespace
 
 class HeaderSectionTest : public testsupport::HostTest {
   protected:

@@ -2,20 +2,10 @@
 #include <velkapi/MillDrillOperation.h>
 
 #include "HostFixture.h"
+#include "StoredOperation.h"
 
 using namespace VelkApi;
 using Texts = std::vector<std::string>;
-
-namespace {
-
-class StoredOperation : public OperationBase {
-  public:
-    StoredOperation(int store, int nr) : OperationBase(store, nr) {}
-    void writeToVDM() override {}
-    void readFromVDM() override {}
-};
-
-}  // namespace
 
 class MessageSectionTest : public testsupport::HostTest {
   protected:
