@@ -2,14 +2,13 @@
 # sources Debian ships (package googletest, /usr/src/googletest) are built with the project's
 # compiler. The targets get the names find_package(GTest) gives them.
 
-find_path(VELKAPI_GOOGLETEST_SOURCE_DIR NAMES googletest/CMakeLists.txt
-  PATHS /usr/src/googletest /usr/src/gtest/.. NO_DEFAULT_PATH NO_CMAKE_FIND_ROOT_PATH)
-if(NOT VELKAPI_GOOGLETEST_SOURCE_DIR)
-  message(FATAL_ERROR "GoogleTest sources not found in /usr/src/googletest "
+set(VELKAPI_GOOGLETEST_SOURCE_DIR /usr/src/googletest CACHE PATH "GoogleTest's sources")
+if(NOT EXISTS ${VELKAPI_GOOGLETEST_SOURCE_DIR}/googletest/CMakeLists.txt)
+  message(FATAL_ERROR "GoogleTest sources not found in ${VELKAPI_GOOGLETEST_SOURCE_DIR} "
                       "(scripts/install-deps.sh windows installs the package googletest)")
 endif()
 
-set(BUILD_GMOCK OFF CACHE BOOL "" FORCE)
+# Test tools stay out of the installed package.
 set(INSTALL_GTEST OFF CACHE BOOL "" FORCE)
 add_subdirectory(${VELKAPI_GOOGLETEST_SOURCE_DIR}/googletest ${PROJECT_BINARY_DIR}/googletest
   EXCLUDE_FROM_ALL)

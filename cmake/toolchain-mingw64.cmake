@@ -1,5 +1,5 @@
-# Cross build for 64-bit Windows with Debian's MinGW-w64 (package g++-mingw-w64-x86-64).
-# The POSIX-threads flavour of the compiler is used: std::thread and std::mutex need it.
+# Cross build for 64-bit Windows with Debian's MinGW-w64 (package g++-mingw-w64-x86-64-posix):
+# the POSIX-threads flavour of the compiler, since std::thread and std::mutex need it.
 # Programs built here run under Wine (scripts/wine-run.sh), so ctest and test discovery work
 # on the build machine.
 #

@@ -72,6 +72,13 @@ bool fileReadable(const std::string& path) {
     return _access(path.c_str(), kReadPermission) == 0;
 }
 
+// A path that names a drive ("C:...") is complete; anything else, a leading backslash included,
+// lies in `folder`.
+std::string resolveInFolder(const std::string& path, const std::string& folder) {
+    const bool namesDrive = path.size() >= 2 && path[1] == ':';
+    return namesDrive ? path : folder + pathSeparator() + path;
+}
+
 std::string iniValue(const std::string& file, const std::string& section, const std::string& key,
                      const std::string& fallback) {
     char value[1024];

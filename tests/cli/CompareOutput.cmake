@@ -1,4 +1,5 @@
 # cmake -P script: runs VELK with ARGS and checks what it did.
+#   VELK                 the program, after the command that runs it when that is needed (Wine)
 #   COPY_FROM / COPY_TO  copy a project file first (the command then works on the copy)
 #   EXPECTED_EXIT        the exit code (default 0)
 #   EXPECTED             a file the standard output must equal byte for byte
@@ -8,7 +9,7 @@
 #   JSON_CHECKS          "<json path>=<value>" items are checked against,
 #                        e.g. "sections:Parameter:w_depth:value=-25"
 # Lists are separated by "|", since ctest splits arguments at ";".
-foreach(list ARGS SHOW_ARGS JSON_CHECKS)
+foreach(list VELK ARGS SHOW_ARGS JSON_CHECKS)
   if(DEFINED ${list})
     string(REPLACE "|" ";" ${list} "${${list}}")
   endif()

@@ -14,7 +14,15 @@ using VelkApi::LogFile;
 
 namespace {
 
+// The file as text: lines end in "\n" whatever the platform writes.
 std::string content(const std::string& path) {
+    std::ifstream in(path);
+    std::ostringstream text;
+    text << in.rdbuf();
+    return text.str();
+}
+
+std::string bytes(const std::string& path) {
     std::ifstream in(path, std::ios::binary);
     std::ostringstream text;
     text << in.rdbuf();
@@ -81,6 +89,28 @@ TEST(LogFile, TwoErrorsInOneSecondAreTwoCompleteRecords) {
         "******************\n<time>:\n----\nsecond\nxxxxxxxxxxxxxxxxxxx\n";
     // The two stamps are equal unless a second boundary fell between the writes.
     EXPECT_EQ(records, expected);
+}
+
+// The logs are text files in the platform's own form, as an editor there expects them.
+TEST(LogFile, LinesEndInCarriageReturnLineFeedOnWindows) {
+#ifndef _WIN32
+    GTEST_SKIP() << "Only Windows ends text lines in \\r\\n";
+#else
+    LogFile::instance().error("crlf");
+    const std::string written = bytes(LogFile::errorLogPath());
+    EXPECT_NE(written.find("\r\ncrlf\r\nxxxxxxxxxxxxxxxxxxx\r\n"), std::string::npos) << written;
+#endif
+}
+
+TEST(LogFile, LinesEndInLineFeedOnPosix) {
+#ifdef _WIN32
+    GTEST_SKIP() << "Windows ends text lines in \\r\\n";
+#else
+    LogFile::instance().error("lf");
+    const std::string written = bytes(LogFile::errorLogPath());
+    EXPECT_NE(written.find("\nlf\nxxxxxxxxxxxxxxxxxxx\n"), std::string::npos) << written;
+    EXPECT_EQ(written.find('\r'), std::string::npos) << written;
+#endif
 }
 
 TEST(LogFile, AppendsToEarlierContent) {

@@ -1,5 +1,6 @@
 # cmake -P script: install the built project into WORK_DIR/prefix, then configure, build and run
-# the consumer project against it.
+# the consumer project against it. For a cross build, TOOLCHAIN_FILE is its toolchain and EMULATOR
+# ("|"-separated) the command that runs its programs.
 file(REMOVE_RECURSE ${WORK_DIR})
 set(prefix ${WORK_DIR}/prefix)
 
@@ -20,10 +21,20 @@ foreach(file include/velkapi/VelkApi.h include/velkapi/MillTurnVdm.h
   endif()
 endforeach()
 
-run(${CMAKE_COMMAND} -S ${CONSUMER_DIR} -B ${WORK_DIR}/build -G ${GENERATOR}
-    -DCMAKE_PREFIX_PATH=${prefix} "-DCMAKE_CXX_FLAGS=${CXX_FLAGS}")
+set(options -DCMAKE_PREFIX_PATH=${prefix} "-DCMAKE_CXX_FLAGS=${CXX_FLAGS}")
+if(TOOLCHAIN_FILE)
+  # A cross build looks for packages only in the target's tree: name the package's folder.
+  list(APPEND options -DCMAKE_TOOLCHAIN_FILE=${TOOLCHAIN_FILE} -DVelkApi_DIR=${prefix}/lib/cmake/VelkApi)
+endif()
+run(${CMAKE_COMMAND} -S ${CONSUMER_DIR} -B ${WORK_DIR}/build -G ${GENERATOR} ${options})
 run(${CMAKE_COMMAND} --build ${WORK_DIR}/build)
-run(${WORK_DIR}/build/addon)
+# Windows finds a program's DLLs in its own folder: put the installed ones there, as a user would.
+file(GLOB dlls ${prefix}/bin/*.dll)
+if(dlls)
+  file(COPY ${dlls} DESTINATION ${WORK_DIR}/build)
+endif()
+string(REPLACE "|" ";" emulator "${EMULATOR}")
+run(${emulator} ${WORK_DIR}/build/addon${EXECUTABLE_SUFFIX})
 if(NOT last_output STREQUAL "read: 4 1 1 1\nnew line: hello\nkind: DRILLING\n")
   message(FATAL_ERROR "unexpected output:\n${last_output}")
 endif()

@@ -38,11 +38,13 @@ class SavedVariable {
     bool wasSet;
 };
 
-#ifndef _WIN32
 void unset(const char* name) {
+#ifdef _WIN32
+    _putenv_s(name, "");  // an empty value removes the variable
+#else
     unsetenv(name);
-}
 #endif
+}
 
 }  // namespace
 
@@ -52,16 +54,39 @@ TEST(Platform, AppDataFolderIsAppDataWhenSet) {
     EXPECT_EQ(platform::appDataFolder(), "/some/where");
 }
 
-#ifdef _WIN32
-TEST(Platform, PathSeparatorIsBackslash) {
-    EXPECT_EQ(platform::pathSeparator(), '\\');
-}
+// Each platform has its own separator and its own idea of where application data lies; the
+// tests of the other platform say why they do not apply.
+
+TEST(Platform, PathSeparatorIsBackslashOnWindows) {
+#ifndef _WIN32
+    GTEST_SKIP() << "POSIX paths separate with '/'";
 #else
-TEST(Platform, PathSeparatorIsSlash) {
-    EXPECT_EQ(platform::pathSeparator(), '/');
+    EXPECT_EQ(platform::pathSeparator(), '\\');
+#endif
 }
 
-TEST(Platform, AppDataFolderFallsBackToXdgThenHome) {
+TEST(Platform, PathSeparatorIsSlashOnPosix) {
+#ifdef _WIN32
+    GTEST_SKIP() << "Windows paths separate with '\\'";
+#else
+    EXPECT_EQ(platform::pathSeparator(), '/');
+#endif
+}
+
+TEST(Platform, AppDataFolderIsEmptyWithoutAppDataOnWindows) {
+#ifndef _WIN32
+    GTEST_SKIP() << "POSIX falls back to XDG_DATA_HOME and HOME";
+#else
+    SavedVariable appData("APPDATA");
+    unset("APPDATA");
+    EXPECT_EQ(platform::appDataFolder(), "");
+#endif
+}
+
+TEST(Platform, AppDataFolderFallsBackToXdgThenHomeOnPosix) {
+#ifdef _WIN32
+    GTEST_SKIP() << "Windows always has APPDATA; XDG_DATA_HOME and HOME mean nothing there";
+#else
     SavedVariable appData("APPDATA"), xdg("XDG_DATA_HOME"), home("HOME");
     unset("APPDATA");
     testsupport::setEnvironmentVariable("XDG_DATA_HOME", "/xdg/data");
@@ -69,8 +94,8 @@ TEST(Platform, AppDataFolderFallsBackToXdgThenHome) {
     unset("XDG_DATA_HOME");
     testsupport::setEnvironmentVariable("HOME", "/home/user");
     EXPECT_EQ(platform::appDataFolder(), "/home/user/.local/share");
-}
 #endif
+}
 
 TEST(Platform, FileExistsAndReadable) {
     const std::string path = (fs::path(testsupport::appDataFolder()) / "probe.txt").string();

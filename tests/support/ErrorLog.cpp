@@ -10,8 +10,10 @@ namespace testsupport {
 
 namespace {
 
+// Read as text: the log's lines end in "\r\n" on Windows and in "\n" elsewhere, and come back
+// ending in "\n" on both.
 std::string fileContent(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
+    std::ifstream in(path);
     std::ostringstream content;
     content << in.rdbuf();
     return content.str();

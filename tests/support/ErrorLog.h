@@ -9,7 +9,7 @@ namespace testsupport {
 class ErrorLogWatch {
   public:
     ErrorLogWatch();
-    // Everything appended since construction, byte for byte.
+    // Everything appended since construction, as text (every line ending in "\n").
     std::string appended() const;
     // The text of each appended error record, in order.
     std::vector<std::string> texts() const;
