@@ -41,13 +41,14 @@ class VELKAPI_EXPORT MillDrillOperation : public OperationBase {
   protected:
     ParameterSection* createParameterSection(const MillDrillOperationType& kind);
 
-  private:
-    void setup();
-    bool hasStoredSections() const;
-
+    // The sections setup made, also held in `sections` under their names.
     HeaderSection* header = nullptr;
     ParameterSection* parameter = nullptr;
     MessageSection* message = nullptr;
+
+  private:
+    void setup();
+    bool hasStoredSections() const;
 };
 
 }  // namespace VelkApi

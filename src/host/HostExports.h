@@ -38,7 +38,6 @@ class HostExport {
     }
 
     bool isCached() const { return cached != nullptr; }
-    const char* exportName() const { return name; }
 
   private:
     const char* name;

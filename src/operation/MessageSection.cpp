@@ -61,12 +61,15 @@ void MessageSection::writeToVDM(OperationBase* op) {
         if (!op || !op->getVDM()) {
             return;
         }
+        // The lines are gathered before the old ones are removed, so that nothing is lost
+        // when gathering fails.
+        const std::vector<std::string> lines = presentLines();
         MillTurnVdm& vdm = *op->getVDM();
         host::StoreSession session(vdm);
         if (!session || !vdm.BeginSection(sectionNr)) {
             return;
         }
-        for (const std::string& line : presentLines()) {
+        for (const std::string& line : lines) {
             vdm.AddLine(line);
         }
         vdm.EndSection();

@@ -1,0 +1,159 @@
+// What the operation classes log when something inside them fails, and that they carry on.
+#include <gtest/gtest.h>
+#include <velkapi/MillDrillOperation.h>
+
+#include <algorithm>
+#include <set>
+#include <stdexcept>
+
+#include "ErrorLog.h"
+#include "FailingAllocation.h"
+#include "HostFixture.h"
+#include "StoredOperation.h"
+
+using namespace VelkApi;
+using Kind = MillDrillOperationType;
+using Texts = std::vector<std::string>;
+using testsupport::ErrorLogWatch;
+
+namespace {
+
+// An operation whose number cannot be asked for, as if the caller's object were broken.
+class BrokenNumberOperation : public StoredOperation {
+  public:
+    using StoredOperation::StoredOperation;
+    int getNumber() const override { throw std::runtime_error("no number"); }
+};
+
+class BrokenSection : public SectionDictionary {
+  public:
+    BrokenSection() : SectionDictionary(9) {}
+    void writeToVDM(OperationBase*) override { throw std::runtime_error("cannot write"); }
+    void readFromVDM(OperationBase*) override { throw std::runtime_error("cannot read"); }
+};
+
+class BrokenParameters : public ParameterSection {
+  public:
+    BrokenParameters() : ParameterSection(Kind::DRILLING, 2) {}
+    int getInt(const std::string&) const override { throw std::runtime_error("no value"); }
+};
+
+// A message section with one line, whose keys cannot be looked up once it is made.
+class BrokenMessage : public MessageSection {
+  public:
+    BrokenMessage() : MessageSection(0) {
+        createandsetLine(0, "line");
+        broken = true;
+    }
+    bool existsKey(const std::string& key) const override {
+        if (broken) {
+            throw std::runtime_error("no key");
+        }
+        return MessageSection::existsKey(key);
+    }
+
+  private:
+    bool broken = false;
+};
+
+// An operation whose sections the test may swap for broken ones.
+class ProbedOperation : public MillDrillOperation {
+  public:
+    using MillDrillOperation::MillDrillOperation;
+    void replaceSection(const std::string& name, std::shared_ptr<SectionDictionary> section) {
+        (*sections)[name] = std::move(section);
+    }
+    void replaceParameters(ParameterSection* section) { parameter = section; }
+};
+
+}  // namespace
+
+class OperationFailureTest : public testsupport::HostTest {
+  protected:
+    void SetUp() override {
+        HostTest::SetUp();
+        host().setEnvironment("TURNDRIVENTOOLS", "1");
+        host().setGlobal("w_setup_cle", 2.5);
+        host().setGlobal("w_setup_ret", 12.0);
+        host().setStore(
+            1,
+            {{"0 1 0"}, {"0 1 0"}, {"0 1 0"}, {"5 1 3 1 0 3", "Holes", "DRILLING", "4 83 1 ", ""}});
+    }
+};
+
+TEST_F(OperationFailureTest, HeaderReadLogsAndKeepsWhatItHas) {
+    BrokenNumberOperation op(1, 3);
+    HeaderSection header;
+    ErrorLogWatch log;
+    header.readFromVDM(&op);
+    EXPECT_EQ(log.texts(), Texts{"Error in HeaderSection::readFromVDM()"});
+    EXPECT_FALSE(op.getVDM()->isOpen());
+}
+
+TEST_F(OperationFailureTest, MessageReadLogs) {
+    BrokenNumberOperation op(1, 3);
+    MessageSection message(0);
+    ErrorLogWatch log;
+    message.readFromVDM(&op);
+    EXPECT_EQ(log.texts(), Texts{"Error in MessageSection::readFromVDM()"});
+    EXPECT_FALSE(op.getVDM()->isOpen());
+}
+
+TEST_F(OperationFailureTest, MessageWriteLogsAndLosesNoLine) {
+    StoredOperation op(1, 3);
+    op.getVDM()->Create();
+    op.getVDM()->LoadOperation(3);
+    op.getVDM()->Close();
+    BrokenMessage broken;
+    ErrorLogWatch log;
+    broken.writeToVDM(&op);
+    EXPECT_EQ(log.texts(), Texts{"Error in MessageSection::writeToVDM()"});
+    EXPECT_EQ(host().lines(1, 3), (Texts{"5 1 3 1 0 3", "Holes", "DRILLING", "4 83 1 ", ""}));
+}
+
+TEST_F(OperationFailureTest, OperationReadAndWriteLogAndStop) {
+    ProbedOperation op(1, 3);
+    op.replaceSection("Geometry", std::make_shared<BrokenSection>());
+    ErrorLogWatch log;
+    op.readFromVDM();
+    op.writeToVDM();
+    EXPECT_EQ(log.texts(), (Texts{"Error in MillDrillOperation::readFromVDM()",
+                                  "Error in MillDrillOperation::writeToVDM()"}));
+    // Reading stopped at the broken section: the message, read after it, was not read.
+    EXPECT_FALSE(op.getMessageSection()->existsKey("0"));
+    EXPECT_EQ(host().callCount("VelkMacroVdmOpen"), host().callCount("VelkMacroVdmClose"));
+}
+
+TEST_F(OperationFailureTest, CycleLogsAndGivesEmptyText) {
+    ProbedOperation op(1, 3);
+    BrokenParameters broken;
+    op.replaceParameters(&broken);
+    ErrorLogWatch log;
+    EXPECT_EQ(op.getCycle(), "");
+    EXPECT_EQ(log.texts(), Texts{"Error in MillDrillOperation::GetCycle()"});
+}
+
+// Every allocation of building an operation fails once, in turn: each failure is logged with
+// its operation's text, nothing leaks, and the object stays as far as it got.
+TEST_F(OperationFailureTest, EveryFailingAllocationOfSetupIsLogged) {
+    std::set<std::string> seen;
+    for (int skip = 0; skip < 10000; ++skip) {
+        ErrorLogWatch log;
+        testsupport::failAllocationAfter(skip);
+        bool failed = false;
+        try {
+            MillDrillOperation op(Kind::DRILLING);
+        } catch (const std::bad_alloc&) {
+            failed = true;  // before setup: the base's own members
+        }
+        testsupport::stopFailingAllocations();
+        const Texts texts = log.texts();
+        seen.insert(texts.begin(), texts.end());
+        if (texts.empty() && !failed) {
+            break;  // every allocation succeeded
+        }
+    }
+    EXPECT_TRUE(seen.count("Error in MillDrillOperation::Setup => std::bad_alloc"));
+    EXPECT_TRUE(seen.count("Error in MillDrillOperation::createParameterSection"));
+    EXPECT_TRUE(seen.count("Error in ParameterSection()"));
+}
