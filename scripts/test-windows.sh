@@ -15,4 +15,6 @@ cmake --build "$build" -j2
 # One Wine server and one set of Wine services for all test programs (scripts/wine-run.sh).
 scripts/wine-run.sh --start "$build"
 trap 'scripts/wine-run.sh --stop "$build"' EXIT
-ctest --test-dir "$build" -j2 --output-on-failure
+# A test program that Wine fails to start (rarely, with no output at all) gets another try; a test
+# that fails on its own fails every try.
+ctest --test-dir "$build" -j2 --output-on-failure --repeat until-pass:3
