@@ -96,7 +96,8 @@ bool MillTurnVdm::WriteHeader() {
 }
 
 bool MillTurnVdm::IsOpValid(int k) {
-    if (!requireOpen("IsOpValid: Vdm not open")) {
+    if (handle == 0) {
+        reportLayout("IsOpValid: Vdm not open");
         return false;
     }
     const int size = host::MacroVdmSize(handle);

@@ -74,7 +74,7 @@ TEST_F(MillTurnVdmTest, OperationOutOfRangeIsReported) {
 
 TEST_F(MillTurnVdmTest, OperationCheckNeedsAnOpenStore) {
     EXPECT_FALSE(vdm.IsOpValid(0));
-    EXPECT_EQ(boxes(), Texts{"VelkApi::MacroVdm|9: IsOpValid: Vdm not open"});
+    EXPECT_EQ(boxes(), Texts{"VelkApi::MillTurnVdm|9: IsOpValid: Vdm not open"});
 }
 
 TEST_F(MillTurnVdmTest, SectionAndItemRangesAreReported) {
