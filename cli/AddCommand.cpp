@@ -67,10 +67,8 @@ void addAddCommand(CLI::App& app) {
     auto options = std::make_shared<AddOptions>();
     CLI::App* addCommand = app.add_subcommand(
         "add", "Insert a new operation of a kind, every parameter at its default, and save");
-    addCommand->add_option("PROJECT", options->project, "Project file (JSON)")
-        ->required()
-        ->check(CLI::ExistingFile);
-    addCommand->add_option("--store", options->store, "Store number")->required();
+    addProjectArgument(*addCommand, options->project);
+    addStoreOption(*addCommand, options->store);
     addCommand->add_option("--kind", options->kind, "Kind: POCKET, DRILLING, PROFILE, ...")
         ->required();
     addCommand->add_option("--at", options->at,

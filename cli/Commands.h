@@ -7,6 +7,11 @@
 
 namespace velk {
 
+// The arguments several commands share.
+void addProjectArgument(CLI::App& command, std::string& project);
+void addStoreOption(CLI::App& command, int& store);
+void addOperationOption(CLI::App& command, int& op);
+
 void addWalkCommand(CLI::App& app);
 void addOpsCommand(CLI::App& app);
 void addShowCommand(CLI::App& app);

@@ -42,10 +42,8 @@ void addOpsCommand(CLI::App& app) {
     CLI::App* ops = app.add_subcommand("ops",
                                        "List the operations of a store: number, kind and "
                                        "description");
-    ops->add_option("PROJECT", options->project, "Project file (JSON)")
-        ->required()
-        ->check(CLI::ExistingFile);
-    ops->add_option("--store", options->store, "Store number")->required();
+    addProjectArgument(*ops, options->project);
+    addStoreOption(*ops, options->store);
     ops->callback([options] { listOperations(*options); });
 }
 

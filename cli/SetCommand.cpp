@@ -128,11 +128,9 @@ void addSetCommand(CLI::App& app) {
     CLI::App* set = app.add_subcommand(
         "set",
         "Set values of one operation (SECTION.KEY=VALUE), write it back and save the project");
-    set->add_option("PROJECT", options->project, "Project file (JSON)")
-        ->required()
-        ->check(CLI::ExistingFile);
-    set->add_option("--store", options->store, "Store number")->required();
-    set->add_option("--op", options->op, "Operation number in the store (from 0)")->required();
+    addProjectArgument(*set, options->project);
+    addStoreOption(*set, options->store);
+    addOperationOption(*set, options->op);
     set->add_option("ASSIGNMENT", options->assignments,
                     "SECTION.KEY=VALUE, e.g. Parameter.w_zdepth=-12.5 or Message.0=\"Rough\"")
         ->required();

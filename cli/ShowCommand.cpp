@@ -108,11 +108,9 @@ void addShowCommand(CLI::App& app) {
     CLI::App* show = app.add_subcommand("show",
                                         "Show every section of one operation: keys, "
                                         "data types and values");
-    show->add_option("PROJECT", options->project, "Project file (JSON)")
-        ->required()
-        ->check(CLI::ExistingFile);
-    show->add_option("--store", options->store, "Store number")->required();
-    show->add_option("--op", options->op, "Operation number in the store (from 0)")->required();
+    addProjectArgument(*show, options->project);
+    addStoreOption(*show, options->store);
+    addOperationOption(*show, options->op);
     show->add_option("--section", options->section,
                      "Only this section (Header, Message, Parameter, ...)");
     show->add_flag("--json", options->json, "Print JSON instead of text");

@@ -54,9 +54,7 @@ void addWalkCommand(CLI::App& app) {
     CLI::App* walk = app.add_subcommand("walk",
                                         "Print every store of a project, operation by "
                                         "operation, as the library reads it");
-    walk->add_option("PROJECT", *project, "Project file (JSON)")
-        ->required()
-        ->check(CLI::ExistingFile);
+    addProjectArgument(*walk, *project);
     walk->callback([project] {
         auto& host = velkhost::OfflineHost::instance();
         host.loadProject(*project);
