@@ -14,14 +14,6 @@ using VelkApi::LogFile;
 
 namespace {
 
-// The file as text: lines end in "\n" whatever the platform writes.
-std::string content(const std::string& path) {
-    std::ifstream in(path);
-    std::ostringstream text;
-    text << in.rdbuf();
-    return text.str();
-}
-
 std::string bytes(const std::string& path) {
     std::ifstream in(path, std::ios::binary);
     std::ostringstream text;
@@ -115,9 +107,9 @@ TEST(LogFile, LinesEndInLineFeedOnPosix) {
 
 TEST(LogFile, AppendsToEarlierContent) {
     LogFile::instance().error("one");
-    const std::string first = content(LogFile::errorLogPath());
+    const std::string first = testsupport::fileContent(LogFile::errorLogPath());
     LogFile::instance().error("two");
-    const std::string both = content(LogFile::errorLogPath());
+    const std::string both = testsupport::fileContent(LogFile::errorLogPath());
     EXPECT_EQ(both.substr(0, first.size()), first);
     EXPECT_GT(both.size(), first.size());
 }
@@ -127,17 +119,18 @@ TEST(LogFile, TraceIsSilentAtTheInitialLevel) {
     ASSERT_EQ(log.getLevel(), 2);
     log.trace("IslandsFigures X", true);
     log.trace("plain", false);
-    EXPECT_EQ(content(LogFile::traceLogPath()), "");
+    EXPECT_EQ(testsupport::fileContent(LogFile::traceLogPath()), "");
 }
 
 TEST(LogFile, TraceRecordsAtLevelOne) {
     LogFile& log = LogFile::instance();
-    const std::string before = content(LogFile::traceLogPath());
+    const std::string before = testsupport::fileContent(LogFile::traceLogPath());
     log.setLevel(1);
     log.trace("framed text", true);
     log.trace("Error in ParameterSection - GetGlobalDoubleVar", false);
     log.setLevel(2);
-    const std::string written = content(LogFile::traceLogPath()).substr(before.size());
+    const std::string written =
+        testsupport::fileContent(LogFile::traceLogPath()).substr(before.size());
     EXPECT_EQ(testsupport::withoutTimeStamps(written),
               "---------------\n<time>:\nframed text\n---------------\n"
               "Error in ParameterSection - GetGlobalDoubleVar\n");

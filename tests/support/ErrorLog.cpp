@@ -8,8 +8,6 @@
 
 namespace testsupport {
 
-namespace {
-
 // Read as text: the log's lines end in "\r\n" on Windows and in "\n" elsewhere, and come back
 // ending in "\n" on both.
 std::string fileContent(const std::string& path) {
@@ -18,8 +16,6 @@ std::string fileContent(const std::string& path) {
     content << in.rdbuf();
     return content.str();
 }
-
-}  // namespace
 
 ErrorLogWatch::ErrorLogWatch()
     : path(VelkApi::LogFile::errorLogPath()), startSize(fileContent(path).size()) {}

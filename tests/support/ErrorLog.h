@@ -19,6 +19,9 @@ class ErrorLogWatch {
     std::size_t startSize;
 };
 
+// A text file's content, its line ends read as "\n" whatever the platform wrote.
+std::string fileContent(const std::string& path);
+
 // The error record layout with its time stamp replaced by "<time>".
 std::string withoutTimeStamps(const std::string& log);
 
