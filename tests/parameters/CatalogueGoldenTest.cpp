@@ -150,14 +150,7 @@ class ParametersGolden : public paramtest::ParametersTest,
     // with a subspindle, setup clearance 2.5 and setup retract 12. Plain runs: outside a host.
     void SetUp() override {
         ParametersTest::SetUp();
-        host().setGlobal("w_setup_cle", 2.5);
-        host().setGlobal("w_setup_ret", 12.0);
-        host().setGlobal("i_current_channel", 1);
-        host().setEnvironment("SubSpindleAvailable", "1");
-        host().setEnvironment("ppdefini",
-                              writeFile("golden-machine.ini",
-                                        "[COMMON]\nMACHINE_NAME=Golden\nNR_OF_CHANNEL=2\n"
-                                        "[Y2]\nRapid=10000\n"));
+        useMachineAwareHost("[COMMON]\nMACHINE_NAME=Golden\nNR_OF_CHANNEL=2\n[Y2]\nRapid=10000\n");
         host().setStore(3, velkhost::Records{{"4 1 0"}});
     }
 };

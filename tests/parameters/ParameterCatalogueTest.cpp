@@ -51,15 +51,7 @@ class ParametersCatalogue : public paramtest::ParametersTest {
     // with a Y axis on that channel; the host's environment says there is a subspindle.
     void SetUp() override {
         ParametersTest::SetUp();
-        host().setGlobal("w_setup_cle", 2.5);
-        host().setGlobal("w_setup_ret", 12.0);
-        host().setGlobal("i_current_channel", 1);
-        host().setEnvironment("SubSpindleAvailable", "1");
-        useMachine("[COMMON]\nNR_OF_CHANNEL=2\n[Y2]\nRapid=1\n");
-    }
-
-    void useMachine(const std::string& content) {
-        host().setEnvironment("ppdefini", writeFile("catalogue-machine.ini", content));
+        useMachineAwareHost("[COMMON]\nNR_OF_CHANNEL=2\n[Y2]\nRapid=1\n");
     }
 
     // The section of `type` after Init(machineAware) for an operation in or outside a host.

@@ -47,6 +47,20 @@ class ParametersTest : public testsupport::HostTest {
         host().setEnvironment("TURNDRIVENTOOLS", "1");
     }
 
+    // A running host whose current channel is 1 (0-based), with a subspindle, setup clearance
+    // 2.5, setup retract 12 and `machine` as its machine definition.
+    static void useMachineAwareHost(const std::string& machine) {
+        host().setGlobal("w_setup_cle", 2.5);
+        host().setGlobal("w_setup_ret", 12.0);
+        host().setGlobal("i_current_channel", 1);
+        host().setEnvironment("SubSpindleAvailable", "1");
+        useMachine(machine);
+    }
+
+    static void useMachine(const std::string& content) {
+        host().setEnvironment("ppdefini", writeFile("machine.ini", content));
+    }
+
     // Writes `content` to a file of the scratch folder and returns its path.
     static std::string writeFile(const std::string& name, const std::string& content) {
         const std::string path = testsupport::appDataFolder() + "/" + name;
