@@ -6,6 +6,8 @@
 
 #include <string>
 
+#include <velkapi/ActionSection.h>
+#include <velkapi/GeometrySection.h>
 #include <velkapi/HeaderSection.h>
 #include <velkapi/MessageSection.h>
 #include <velkapi/OperationBase.h>
@@ -37,17 +39,26 @@ class VELKAPI_EXPORT MillDrillOperation : public OperationBase {
     HeaderSection* getHeaderSection() const { return header; }
     MessageSection* getMessageSection() const { return message; }
     ParameterSection* getParameterSection() const { return parameter; }
+    GeometrySection* getGeometrySection() const { return geometry; }
+    // 1: the actions before the operation, 2: those after it; null for any other number.
+    ActionSection* getActionSection(int n) const;
 
   protected:
     ParameterSection* createParameterSection(const MillDrillOperationType& kind);
+    GeometrySection* createGeometrySection();
 
     // The sections setup made, also held in `sections` under their names.
     HeaderSection* header = nullptr;
     ParameterSection* parameter = nullptr;
     MessageSection* message = nullptr;
+    GeometrySection* geometry = nullptr;
+    ActionSection* preActions = nullptr;
+    ActionSection* postActions = nullptr;
 
   private:
     void setup();
+    // Makes the action section of list 1 or 2 unless it exists.
+    void createActionSection(int n);
     bool hasStoredSections() const;
 };
 

@@ -43,6 +43,13 @@ class VELKAPI_EXPORT MillTurnVdm : public MacroVdm {
     // Stores the lines added since BeginSection as the current section's count and rewrites
     // the header.
     bool EndSection();
+    // Removes the lines of section s, when the operation has it. The empty sections at the end
+    // of the header, from section `firstOptional` on, then leave the header as well, so that
+    // it lists such sections only while they, or a section after them, hold lines.
+    bool DeleteSection(int s, int firstOptional);
+    // BeginSection, AddLine for every line, EndSection: section s of the loaded operation
+    // becomes `lines`.
+    bool WriteSection(int s, const std::vector<std::string>& lines);
     // Positions at the first line of section s of the loaded operation and reads its lines.
     bool ReadSection(int s, std::vector<std::string>& lines);
 

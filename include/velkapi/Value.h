@@ -9,6 +9,9 @@
 
 namespace VelkApi {
 
+class VelkObject;
+class Action;
+
 // The type tag a section entry carries. Each Value's kind code is one less than its tag.
 enum class ValueDataType : int {
     None = 0,
@@ -86,6 +89,33 @@ class VELKAPI_EXPORT StringValue : public Value {
     ~StringValue() override;
     void* getValue(void* target) const override;
     void setValue(const void* source) override;
+    std::string getValueAsString() const override;
+};
+
+// A geometry object reference (VelkObject) of a geometry section.
+class VELKAPI_EXPORT VelkObjectValue : public Value {
+  public:
+    explicit VelkObjectValue(const VelkObject& object);
+    ~VelkObjectValue() override;
+    // Copies the object into *target (a VelkObject) and returns target. A null target gives a
+    // new copy that the caller owns and deletes.
+    void* getValue(void* target) const override;
+    // Copies *source (a VelkObject); a null source changes nothing.
+    void setValue(const void* source) override;
+    // The object's name.
+    std::string getValueAsString() const override;
+};
+
+// A pre- or post-operation action (Action) of an action section.
+class VELKAPI_EXPORT ActionValue : public Value {
+  public:
+    explicit ActionValue(const Action& action);
+    ~ActionValue() override;
+    // Copies the action into *target (an Action) and returns target; null for a null target.
+    void* getValue(void* target) const override;
+    // Copies *source (an Action); a null source changes nothing.
+    void setValue(const void* source) override;
+    // The action's command.
     std::string getValueAsString() const override;
 };
 

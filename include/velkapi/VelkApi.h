@@ -1,7 +1,9 @@
 // The whole VelkApi interface.
 #pragma once
 
+#include <velkapi/ActionSection.h>
 #include <velkapi/Export.h>
+#include <velkapi/GeometrySection.h>
 #include <velkapi/HeaderSection.h>
 #include <velkapi/LogFile.h>
 #include <velkapi/MacroExport.h>
@@ -15,3 +17,4 @@
 #include <velkapi/SectionDictionary.h>
 #include <velkapi/SectionValue.h>
 #include <velkapi/Value.h>
+#include <velkapi/VelkObject.h>

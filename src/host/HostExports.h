@@ -71,6 +71,18 @@ inline HostExport<VelkMacroVdmSingleReplaceFn> MacroVdmSingleReplace{"VelkMacroV
 inline HostExport<VelkMacroVdmInsertFn> MacroVdmInsert{"VelkMacroVdmInsert$"};
 inline HostExport<VelkMacroVdmSingleDeleteFn> MacroVdmSingleDelete{"VelkMacroVdmSingleDelete"};
 
+inline HostExport<VelkGetFigureFn> GetFigure{"VelkGetFigure"};
+inline HostExport<VelkGetFigureObjectFn> GetFigureObject{"VelkGetFigureObject"};
+inline HostExport<VelkGetFigureInstanceFn> GetFigureInstance{"VelkGetFigureInstance"};
+inline HostExport<VelkGetNonCadObjectFn> GetNonCadObject{"VelkGetNonCadObject"};
+inline HostExport<VelkGetObjectDeleteFn> GetObjectDelete{"VelkGetObjectDelete"};
+inline HostExport<VelkGetObjectTypeFn> GetObjectType{"VelkGetObjectType"};
+inline HostExport<VelkGetObjectNameFn> GetObjectName{"VelkGetObjectName"};
+inline HostExport<VelkGetObjectAttributeFn> GetObjectAttribute{"VelkGetObjectAttribute"};
+inline HostExport<VelkFigureFindNameFn> FigureFindName{"VelkFigureFindName"};
+inline HostExport<VelkObjectStartFn> ObjectStart{"VelkObjectStart"};
+inline HostExport<VelkProcessCadFn> ProcessCad{"VelkProcessCad"};
+
 // The host's environment value `name`; "" when the host has none (or no such export).
 std::string environment(const char* name);
 

@@ -201,6 +201,28 @@ bool MillTurnVdm::EndSection() {
     return WriteHeader();
 }
 
+bool MillTurnVdm::WriteSection(int s, const std::vector<std::string>& lines) {
+    if (!BeginSection(s)) {
+        return false;
+    }
+    for (const std::string& line : lines) {
+        AddLine(line);
+    }
+    return EndSection();
+}
+
+bool MillTurnVdm::DeleteSection(int s, int firstOptional) {
+    if (!isLoaded() || s < 0 || s >= getSectionCount() || !ClearSection(s)) {
+        return false;
+    }
+    const auto floor = static_cast<std::size_t>(std::max(firstOptional, 0));
+    const std::size_t before = sectionLineCounts.size();
+    while (sectionLineCounts.size() > floor && sectionLineCounts.back() == 0) {
+        sectionLineCounts.pop_back();
+    }
+    return sectionLineCounts.size() == before || WriteHeader();
+}
+
 bool MillTurnVdm::ReadSection(int s, std::vector<std::string>& lines) {
     if (!isLoaded() || !IsSectionValid(s) || !SeekSection(s)) {
         return false;

@@ -1,6 +1,7 @@
 #include <velkapi/SectionValue.h>
 
 #include <velkapi/LogFile.h>
+#include <velkapi/VelkObject.h>
 
 #include "host/ErrorBoundary.h"
 
@@ -103,6 +104,9 @@ void SectionValue::setValueToDefault() {
                 break;
             case ValueDataType::String:
                 copyDefault(*this, std::string());
+                break;
+            case ValueDataType::VelkObject:
+                copyDefault(*this, VelkObject());
                 break;
             default:
                 break;

@@ -116,6 +116,21 @@ std::size_t readInt(const std::string& line, std::size_t& pos, int& target, int 
     return readWith(line, pos, target, fallback, toInt);
 }
 
+bool readIntIfAny(const std::string& line, std::size_t& pos, int& target) {
+    std::size_t at = pos;
+    int value = 0;
+    try {
+        if (readInt(line, at, value, 0) == 0) {
+            return false;
+        }
+    } catch (const std::invalid_argument&) {
+        return false;
+    }
+    pos = at;
+    target = value;
+    return true;
+}
+
 std::size_t readByte(const std::string& line, std::size_t& pos, char& target) {
     return readWith(line, pos, target, char{0}, toByte);
 }

@@ -30,6 +30,9 @@ std::size_t toByte(const std::string& text, char& target);
 std::size_t fieldPosition(const std::string& line, std::size_t n);
 
 std::size_t readInt(const std::string& line, std::size_t& pos, int& target, int fallback);
+// An integer at pos: true when one converts there; otherwise false, and pos and target stay.
+// A number out of range still throws.
+bool readIntIfAny(const std::string& line, std::size_t& pos, int& target);
 std::size_t readByte(const std::string& line, std::size_t& pos, char& target);
 std::size_t readDouble(const std::string& line, std::size_t& pos, double& target, double fallback);
 // A bare run of non-blank characters, or a text in single quotes that may hold blanks.

@@ -14,6 +14,9 @@ namespace {
 // The sections' numbers in the store.
 constexpr int kMessageSectionNr = 0;
 constexpr int kParameterSectionNr = 2;
+constexpr int kGeometrySectionNr = 3;
+// The action lists' store sections follow their list numbers: list 1 is section 4.
+constexpr int kActionSectionOffset = 3;
 constexpr int kStandardSteps = 6;
 
 std::string withReason(const char* prefix, const char* reason) {
@@ -85,6 +88,9 @@ void MillDrillOperation::setup() {
         header = nullptr;
         parameter = nullptr;
         message = nullptr;
+        geometry = nullptr;
+        preActions = nullptr;
+        postActions = nullptr;
 
         auto headerSection = std::make_shared<HeaderSection>();
         header = headerSection.get();
@@ -110,6 +116,17 @@ void MillDrillOperation::setup() {
                         parameter->Init(isTurn());
                     }
                     break;
+                case 4:
+                    if (operationType != Kind::Unknown) {
+                        createGeometrySection();
+                    }
+                    break;
+                case 5:
+                case 6:
+                    if (operationType != Kind::Unknown) {
+                        createActionSection(step - 4);
+                    }
+                    break;
                 default:
                     break;
             }
@@ -128,6 +145,35 @@ ParameterSection* MillDrillOperation::createParameterSection(const MillDrillOper
             enterSection("Parameter", section);
             return parameter;
         });
+}
+
+GeometrySection* MillDrillOperation::createGeometrySection() {
+    return guarded<GeometrySection*>(
+        nullptr, "Error in MillDrillOperation::createGeometrySection()",
+        [&]() -> GeometrySection* {
+            if (auto existing = sections->find("Geometry"); existing != sections->end()) {
+                return dynamic_cast<GeometrySection*>(existing->second.get());
+            }
+            auto section = std::make_shared<GeometrySection>(kGeometrySectionNr);
+            geometry = section.get();
+            enterSection("Geometry", section);
+            return geometry;
+        });
+}
+
+void MillDrillOperation::createActionSection(int n) {
+    const std::string name = SectionTypeToString(SectionType::Additional, n);
+    if (sections->count(name) != 0) {
+        return;
+    }
+    auto section = std::make_shared<ActionSection>(static_cast<ActionSectionType>(n),
+                                                   n + kActionSectionOffset);
+    (n == 1 ? preActions : postActions) = section.get();
+    enterSection(name, section);
+}
+
+ActionSection* MillDrillOperation::getActionSection(int n) const {
+    return n == 1 ? preActions : n == 2 ? postActions : nullptr;
 }
 
 // Kinds REDRAW and Unknown have nothing to read or write; neither has an operation of a kind
