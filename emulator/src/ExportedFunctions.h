@@ -2,6 +2,8 @@
 // The whole project builds with hidden visibility, so each one is marked for export.
 #pragma once
 
+#include "host/HostAbi.h"
+
 #if defined(_WIN32)
 #define VELKHOST_EXPORT __declspec(dllexport)
 #else
@@ -40,6 +42,19 @@ VELKHOST_EXPORT int VelkMacroVdmSingleAdd$(int handle, const char* line, int n);
 VELKHOST_EXPORT int VelkMacroVdmSingleReplace$(int handle, const char* line, int n);
 VELKHOST_EXPORT int VelkMacroVdmInsert$(int handle, const char* text, int n);
 VELKHOST_EXPORT int VelkMacroVdmSingleDelete(int handle, int n);
+
+VELKHOST_EXPORT int VelkGetFigure(const char* name);
+VELKHOST_EXPORT int VelkGetFigureObject(int figure);
+VELKHOST_EXPORT int VelkGetFigureInstance(int figure, int attrib);
+VELKHOST_EXPORT int VelkGetNonCadObject(int number, int mode);
+VELKHOST_EXPORT int VelkGetObjectDelete(int object);
+VELKHOST_EXPORT int VelkGetObjectType(int object);
+VELKHOST_EXPORT int VelkGetObjectName(int object);
+VELKHOST_EXPORT int VelkGetObjectAttribute(int object);
+VELKHOST_EXPORT const char* VelkFigureFindName(int figure);
+VELKHOST_EXPORT void VelkObjectStart(int object, double* x, double* y, double* z);
+VELKHOST_EXPORT void VelkProcessCad(VelkCadCallback cb, int mode, void* a, void* b, void* c, int d,
+                                    void* context);
 
 VELKHOST_EXPORT int VelkMissingAPI();
 VELKHOST_EXPORT int MessageBoxA(void* owner, const char* text, const char* caption, unsigned style);

@@ -1,10 +1,13 @@
 // Definitions of the exported host functions: each counts its call under its own name and
 // hands over to the process's offline host.
+#include <array>
 #include <type_traits>
 
 #include "ExportedFunctions.h"
 #include "HostState.h"
 #include "host/HostAbi.h"
+
+using velkhost::CadObject;
 
 namespace {
 
@@ -98,6 +101,51 @@ VELKHOST_EXPORT int VelkMacroVdmSingleDelete(int handle, int n) {
     return counted(__func__).stores.singleDelete(handle, n);
 }
 
+// The drawing: an unknown figure is -1, an unknown object 0 (and deleted, without a type,
+// name or attribute, at the origin).
+VELKHOST_EXPORT int VelkGetFigure(const char* name) {
+    return counted(__func__).project.cad.figureNumber(name);
+}
+VELKHOST_EXPORT int VelkGetFigureObject(int figure) {
+    return counted(__func__).project.cad.figureObject(figure, 0);
+}
+VELKHOST_EXPORT int VelkGetFigureInstance(int figure, int attrib) {
+    return counted(__func__).project.cad.figureObject(figure, attrib);
+}
+VELKHOST_EXPORT int VelkGetNonCadObject(int number, int /*mode*/) {
+    return counted(__func__).project.cad.nonCadObject(number);
+}
+VELKHOST_EXPORT int VelkGetObjectDelete(int object) {
+    const CadObject* found = counted(__func__).project.cad.object(object);
+    return !found || found->deleted ? 1 : 0;
+}
+VELKHOST_EXPORT int VelkGetObjectType(int object) {
+    const CadObject* found = counted(__func__).project.cad.object(object);
+    return found ? found->type : 0;
+}
+VELKHOST_EXPORT int VelkGetObjectName(int object) {
+    const CadObject* found = counted(__func__).project.cad.object(object);
+    return found ? found->name : 0;
+}
+VELKHOST_EXPORT int VelkGetObjectAttribute(int object) {
+    const CadObject* found = counted(__func__).project.cad.object(object);
+    return found ? found->attribute : 0;
+}
+VELKHOST_EXPORT const char* VelkFigureFindName(int figure) {
+    return counted(__func__).project.cad.figureName(figure);
+}
+VELKHOST_EXPORT void VelkObjectStart(int object, double* x, double* y, double* z) {
+    const CadObject* found = counted(__func__).project.cad.object(object);
+    const std::array<double, 3> start = found ? found->start : std::array<double, 3>{};
+    *x = start[0];
+    *y = start[1];
+    *z = start[2];
+}
+VELKHOST_EXPORT void VelkProcessCad(VelkCadCallback cb, int /*mode*/, void* /*a*/, void* /*b*/,
+                                    void* /*c*/, int /*d*/, void* context) {
+    counted(__func__).project.cad.walk(cb, context);
+}
+
 VELKHOST_EXPORT int VelkMissingAPI() {
     return counted(__func__).missingApi();
 }
@@ -131,5 +179,16 @@ static_assert(std::is_same_v<decltype(&VelkMacroVdmSingleAdd$), VelkMacroVdmSing
 static_assert(std::is_same_v<decltype(&VelkMacroVdmSingleReplace$), VelkMacroVdmSingleReplaceFn>);
 static_assert(std::is_same_v<decltype(&VelkMacroVdmInsert$), VelkMacroVdmInsertFn>);
 static_assert(std::is_same_v<decltype(&VelkMacroVdmSingleDelete), VelkMacroVdmSingleDeleteFn>);
+static_assert(std::is_same_v<decltype(&VelkGetFigure), VelkGetFigureFn>);
+static_assert(std::is_same_v<decltype(&VelkGetFigureObject), VelkGetFigureObjectFn>);
+static_assert(std::is_same_v<decltype(&VelkGetFigureInstance), VelkGetFigureInstanceFn>);
+static_assert(std::is_same_v<decltype(&VelkGetNonCadObject), VelkGetNonCadObjectFn>);
+static_assert(std::is_same_v<decltype(&VelkGetObjectDelete), VelkGetObjectDeleteFn>);
+static_assert(std::is_same_v<decltype(&VelkGetObjectType), VelkGetObjectTypeFn>);
+static_assert(std::is_same_v<decltype(&VelkGetObjectName), VelkGetObjectNameFn>);
+static_assert(std::is_same_v<decltype(&VelkGetObjectAttribute), VelkGetObjectAttributeFn>);
+static_assert(std::is_same_v<decltype(&VelkFigureFindName), VelkFigureFindNameFn>);
+static_assert(std::is_same_v<decltype(&VelkObjectStart), VelkObjectStartFn>);
+static_assert(std::is_same_v<decltype(&VelkProcessCad), VelkProcessCadFn>);
 static_assert(std::is_same_v<decltype(&VelkMissingAPI), VelkMissingAPIFn>);
 static_assert(std::is_same_v<decltype(&MessageBoxA), MessageBoxAFn>);

@@ -142,6 +142,34 @@ std::optional<GlobalValue> OfflineHost::global(const std::string& name) const {
     return entry->second;
 }
 
+void OfflineHost::setFigure(const CadFigure& figure) {
+    state().project.cad.figures[figure.number] = figure;
+}
+
+void OfflineHost::setCadObject(const CadObject& object) {
+    state().project.cad.objects[object.number] = object;
+}
+
+std::vector<CadFigure> OfflineHost::figures() const {
+    std::vector<CadFigure> list;
+    for (const auto& entry : state().project.cad.figures) {
+        list.push_back(entry.second);
+    }
+    return list;
+}
+
+std::vector<CadObject> OfflineHost::cadObjects() const {
+    std::vector<CadObject> list;
+    for (const auto& entry : state().project.cad.objects) {
+        list.push_back(entry.second);
+    }
+    return list;
+}
+
+void OfflineHost::clearDrawing() {
+    state().project.cad = detail::Drawing{};
+}
+
 void* OfflineHost::window(int which) const {
     return detail::fakeWindow(which);
 }

@@ -3,11 +3,11 @@
 
 #include <functional>
 #include <map>
-#include <optional>
 #include <string>
 
 #include <nlohmann/json.hpp>
 
+#include "Drawing.h"
 #include "velkhost/OfflineHost.h"
 
 namespace velkhost::detail {
@@ -21,7 +21,7 @@ struct Project {
     Environment environment;
     Globals globals;
     Stores stores;
-    std::optional<Json> cad;  // kept as read and written back unchanged
+    Drawing cad;
 };
 
 // Throws ProjectError naming `sourceName`, the JSON path and what was expected there.

@@ -1,7 +1,27 @@
 // The project file: reading checks every value against the project's shape and reports the
 // first mismatch by its JSON path; writing produces the same bytes for the same project.
+//
+// The drawing, "cad", holds figures and drawing objects, each list written in number order:
+//   "cad": {
+//     "figures": [{"number": 1, "name": "OUTER"}],
+//     "objects": [
+//       {"number": 10, "type": 20, "name": 1, "attribute": 0, "start": [0.0, 0.0, 0.0],
+//        "flags": 1, "deleted": false},
+//       {"number": 20, "type": 1, "start": [15.0, 15.0, 0.0]},
+//       {"number": 30, "type": 29, "name": 7}
+//     ]
+//   }
+// A figure has a number (1 or more) and a name of its own. An object has a number (1 or more)
+// and a type: 1 a point, 20 a figure object, 29 a non-CAD object, any other number a drawing
+// object the library does not convert. "name" is a figure object's figure number, or a non-CAD
+// object's own non-CAD number; "attribute" is a figure object's instance (0, the default, is the
+// whole figure); "start" its start point (default the origin); "flags" bit 0 set (the default,
+// 1) makes it take part in a walk of the drawing; "deleted" (default false) marks a deleted
+// object. Each figure instance and each non-CAD number has one object.
+#include <array>
 #include <charconv>
 #include <cstdint>
+#include <initializer_list>
 #include <limits>
 #include <string>
 #include <utility>
@@ -58,7 +78,7 @@ class ProjectReader {
         } else if (key == "stores") {
             project.stores = readStores(value, at);
         } else if (key == "cad") {
-            project.cad = value;
+            project.cad = readDrawing(value, at);
         } else {
             fail(at, "one of environment, globals, stores, cad");
         }
@@ -171,6 +191,143 @@ class ProjectReader {
         return record;
     }
 
+    // "figures" are read before "objects", which refer to them.
+    Drawing readDrawing(const Json& section, const Pointer& at) const {
+        requireObject(section, at);
+        for (const auto& item : section.items()) {
+            if (item.key() != "figures" && item.key() != "objects") {
+                fail(at / item.key(), "one of figures, objects");
+            }
+        }
+        Drawing drawing;
+        if (section.contains("figures")) {
+            readFigures(section["figures"], at / "figures", drawing);
+        }
+        if (section.contains("objects")) {
+            readObjects(section["objects"], at / "objects", drawing);
+        }
+        return drawing;
+    }
+
+    void readFigures(const Json& list, const Pointer& at, Drawing& drawing) const {
+        requireList(list, at, "a list of figures");
+        for (std::size_t i = 0; i < list.size(); ++i) {
+            const Json& item = list[i];
+            requireKeys(item, at / i, {"number", "name"}, "a figure with a number and a name");
+            for (const auto& field : item.items()) {
+                if (field.key() != "number" && field.key() != "name") {
+                    fail(at / i / field.key(), "one of number, name");
+                }
+            }
+            CadFigure figure;
+            figure.number = readObjectNumber(item["number"], at / i / "number");
+            figure.name = readText(item["name"], at / i / "name", "a figure name");
+            if (drawing.figures.count(figure.number) != 0) {
+                fail(at / i / "number", "a figure number not used before");
+            }
+            if (figure.name.empty() || drawing.figureNumber(figure.name.c_str()) >= 0) {
+                fail(at / i / "name", "a figure name, not empty and not used before");
+            }
+            drawing.figures.emplace(figure.number, figure);
+        }
+    }
+
+    void readObjects(const Json& list, const Pointer& at, Drawing& drawing) const {
+        requireList(list, at, "a list of drawing objects");
+        for (std::size_t i = 0; i < list.size(); ++i) {
+            CadObject object = readObject(list[i], at / i);
+            if (drawing.objects.count(object.number) != 0) {
+                fail(at / i / "number", "an object number not used before");
+            }
+            if (object.type == kFigureObject) {
+                if (drawing.figures.count(object.name) == 0) {
+                    fail(at / i / "name", "the number of a figure");
+                }
+                if (drawing.figureObject(object.name, object.attribute) != 0) {
+                    fail(at / i / "attribute", "an instance of the figure not listed before");
+                }
+            }
+            if (object.type == kNonCadObject && drawing.nonCadObject(object.name) != 0) {
+                fail(at / i / "name", "a non-CAD number not used before");
+            }
+            drawing.objects.emplace(object.number, object);
+        }
+    }
+
+    CadObject readObject(const Json& item, const Pointer& at) const {
+        requireKeys(item, at, {"number", "type"}, "a drawing object with a number and a type");
+        CadObject object;
+        for (const auto& [key, value] : item.items()) {
+            if (key == "number") {
+                object.number = readObjectNumber(value, at / key);
+            } else if (key == "type") {
+                object.type = readInt(requireInteger(value, at / key), at / key);
+            } else if (key == "name") {
+                object.name = readInt(requireInteger(value, at / key), at / key);
+            } else if (key == "attribute") {
+                object.attribute = readInt(requireInteger(value, at / key), at / key);
+            } else if (key == "start") {
+                object.start = readPoint(value, at / key);
+            } else if (key == "flags") {
+                object.flags = readInt(requireInteger(value, at / key), at / key);
+            } else if (key == "deleted") {
+                if (!value.is_boolean()) {
+                    fail(at / key, "true or false");
+                }
+                object.deleted = value.get<bool>();
+            } else {
+                fail(at / key, "one of number, type, name, attribute, start, flags, deleted");
+            }
+        }
+        return object;
+    }
+
+    int readObjectNumber(const Json& value, const Pointer& at) const {
+        const int number = readInt(requireInteger(value, at), at);
+        if (number < 1) {
+            fail(at, "a number of 1 or more");
+        }
+        return number;
+    }
+
+    std::array<double, 3> readPoint(const Json& value, const Pointer& at) const {
+        if (!value.is_array() || value.size() != 3) {
+            fail(at, "a point [x, y, z]");
+        }
+        std::array<double, 3> point{};
+        for (std::size_t i = 0; i < 3; ++i) {
+            if (!value[i].is_number()) {
+                fail(at / i, "a number");
+            }
+            point[i] = value[i].get<double>();
+        }
+        return point;
+    }
+
+    const Json& requireInteger(const Json& value, const Pointer& at) const {
+        if (!value.is_number_integer()) {
+            fail(at, "an integer");
+        }
+        return value;
+    }
+
+    void requireList(const Json& value, const Pointer& at, const char* expected) const {
+        if (!value.is_array()) {
+            fail(at, expected);
+        }
+    }
+
+    void requireKeys(const Json& value, const Pointer& at, std::initializer_list<const char*> keys,
+                     const char* expected) const {
+        bool complete = value.is_object();
+        for (const char* key : keys) {
+            complete = complete && value.contains(key);
+        }
+        if (!complete) {
+            fail(at, expected);
+        }
+    }
+
     std::string readText(const Json& value, const Pointer& at, const char* expected) const {
         if (!value.is_string()) {
             fail(at, expected);
@@ -204,6 +361,32 @@ Json storesJson(const Stores& stores) {
     return json;
 }
 
+Json drawingJson(const Drawing& drawing) {
+    Json figures = Json::array();
+    for (const auto& [number, figure] : drawing.figures) {
+        Json item = Json::object();
+        item["number"] = number;
+        item["name"] = figure.name;
+        figures.push_back(item);
+    }
+    Json objects = Json::array();
+    for (const auto& [number, object] : drawing.objects) {
+        Json item = Json::object();
+        item["number"] = number;
+        item["type"] = object.type;
+        item["name"] = object.name;
+        item["attribute"] = object.attribute;
+        item["start"] = object.start;
+        item["flags"] = object.flags;
+        item["deleted"] = object.deleted;
+        objects.push_back(item);
+    }
+    Json json = Json::object();
+    json["figures"] = figures;
+    json["objects"] = objects;
+    return json;
+}
+
 }  // namespace
 
 Project parseProject(const std::string& text, const std::string& sourceName) {
@@ -221,8 +404,8 @@ std::string projectJson(const Project& project) {
         root["globals"][name] = globalJson(value);
     }
     root["stores"] = storesJson(project.stores);
-    if (project.cad) {
-        root["cad"] = *project.cad;
+    if (!project.cad.empty()) {
+        root["cad"] = drawingJson(project.cad);
     }
     return root.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
 }

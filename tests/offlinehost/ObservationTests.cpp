@@ -81,6 +81,18 @@ TEST_F(ObservationTest, EveryExportCountsItsCallsUnderItsOwnName) {
     VelkMacroVdmInsert$(handle, "x", 1);
     VelkMacroVdmSingleDelete(handle, 0);
     VelkMacroVdmClose(handle);
+    double x = 0.0, y = 0.0, z = 0.0;
+    VelkGetFigure("F");
+    VelkGetFigureObject(1);
+    VelkGetFigureInstance(1, 1);
+    VelkGetNonCadObject(1, 3);
+    VelkGetObjectDelete(1);
+    VelkGetObjectType(1);
+    VelkGetObjectName(1);
+    VelkGetObjectAttribute(1);
+    VelkFigureFindName(1);
+    VelkObjectStart(1, &x, &y, &z);
+    VelkProcessCad(nullptr, 1, nullptr, nullptr, nullptr, -1, nullptr);
     VelkMissingAPI();
     MessageBoxA(nullptr, "", "", 0U);
 

@@ -7,6 +7,7 @@
 // it stands in for, it is meant to be used from one thread.
 #pragma once
 
+#include <array>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -38,6 +39,33 @@ struct MessageBoxRecord {
     unsigned style;
 };
 using MessageBox = MessageBoxRecord;
+
+// The drawing (CAD data) of a project. Figures are named contours; drawing objects are what
+// the host's geometry functions answer about: points, figures and figure instances, non-CAD
+// objects and any other kind of object the host draws.
+//
+// Object types the library converts (others are carried as they are).
+constexpr int kPointObject = 1;
+constexpr int kFigureObject = 20;
+constexpr int kNonCadObject = 29;
+
+struct CadFigure {
+    int number = 0;  // 1 or more
+    std::string name;
+};
+
+struct CadObject {
+    int number = 0;  // the host's object number, 1 or more
+    int type = 0;
+    // What VelkGetObjectName answers: for a figure object the number of its figure, for a
+    // non-CAD object its own non-CAD number.
+    int name = 0;
+    // A figure object's instance (attribute) number; 0 is the whole figure.
+    int attribute = 0;
+    std::array<double, 3> start{};  // x, y, z
+    int flags = 1;                  // bit 0: the object takes part in a walk of the drawing
+    bool deleted = false;
+};
 
 class OfflineHost {
   public:
@@ -94,6 +122,14 @@ class OfflineHost {
         }
         return std::nullopt;
     }
+
+    // The drawing. A figure or object replaces the one of the same number; lists come ordered
+    // by number, the order in which VelkProcessCad walks the objects.
+    void setFigure(const CadFigure& figure);
+    void setCadObject(const CadObject& object);
+    std::vector<CadFigure> figures() const;
+    std::vector<CadObject> cadObjects() const;
+    void clearDrawing();
 
     // What the library did: the fake window handle VelkGetWnd(which) returns, the message boxes
     // it showed, how often it called VelkMissingAPI, and how often it called each export (by
