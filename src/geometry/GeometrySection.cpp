@@ -74,8 +74,12 @@ GeometrySection::GeometrySection(int sectionnr) : SectionDictionary(sectionnr) {
 GeometrySection::~GeometrySection() = default;
 
 void GeometrySection::addMacroLine(int nr, const std::string& line) {
-    guarded("Error in GeometrySection::addVelkObjectParameter() ",
-            [&] { addStringParameter(nr, paddedNumber(nr), line, line); });
+    guarded("Error in GeometrySection::addVelkObjectParameter() ", [&] {
+        auto value = std::make_unique<StringValue>(line);
+        auto defaultValue = std::make_unique<StringValue>(line);
+        addParameter(nr, paddedNumber(nr), value.release(), defaultValue.release(),
+                     ValueDataType::String, false);
+    });
 }
 
 void GeometrySection::addVelkObjectParameter(int nr, const VelkObject& obj) {
