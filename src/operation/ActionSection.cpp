@@ -58,6 +58,9 @@ std::vector<Action> ActionSection::actions() const {
 
 std::vector<Action>* ActionSection::getValues(std::vector<Action>* out) {
     guarded("Error in ActionSection::getValues()", [&] {
+        if (!out) {
+            return;
+        }
         for (Action& action : actions()) {
             out->push_back(std::move(action));
         }

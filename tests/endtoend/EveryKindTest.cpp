@@ -1,6 +1,7 @@
-// Reads, edits and writes back one operation of every kind through MillDrillOperation, checking
-// the store's lines afterwards. The parameter lines come from the hand-written expected files of
-// the catalogue, so this test and the catalogue's own are checked against the same reference.
+// Reads, edits and writes back one operation of every kind, with its geometry and actions,
+// through MillDrillOperation, checking the store's lines afterwards. The parameter lines come
+// from the hand-written expected files of the catalogue, so this test and the catalogue's own
+// are checked against the same reference.
 #include <gtest/gtest.h>
 #include <velkapi/MillDrillOperation.h>
 
@@ -118,6 +119,41 @@ void growAfterReading(Kind kind, ExpectedSection& section) {
     }
 }
 
+bool isGeometryCounter(const std::string& name) {
+    return name == "i_nr_of_figs" || name == "i_nr_of_isle" || name == "i_xz_fig" ||
+           name == "i_xz_isle";
+}
+
+// The geometry lines an operation of the kind keeps: an editor's macro lines, a plain object
+// list, or as many outline figures, islands and profiles as its counters (set here in its
+// parameter rows) say.
+Lines geometryFor(Kind kind, ExpectedSection& parameters) {
+    if (kind == Kind::MEDITOR || kind == Kind::UEDITOR_MAX) {
+        return {"G0 X0 Y0", "  M30 "};
+    }
+    if (kind == Kind::STD3DGEO || kind == Kind::RSURFING) {
+        return {"CONTOUR1", "G12"};
+    }
+    const std::vector<std::pair<std::string, Lines>> roles = {
+        {"i_nr_of_figs", {"CONTOUR1", "X1 Y2 Z3"}},
+        {"i_nr_of_isle", {"ISLAND" + std::string(200, ' ') + "#ATTRIB#= 2"}},
+        {"i_xz_fig", {"XZ1"}},
+        {"i_xz_isle", {"XZ2"}}};
+    Lines lines;
+    for (const auto& [counter, roleLines] : roles) {
+        for (Row& row : parameters.rows) {
+            if (row.name == counter) {
+                row.field = std::to_string(roleLines.size());
+                lines.insert(lines.end(), roleLines.begin(), roleLines.end());
+            }
+        }
+    }
+    return lines;
+}
+
+const Lines kPreActions = {"###PREOPERATION###", "5 1 ", "M8", "call 'probe.mac' 3"};
+const Lines kPostActions = {"###POSTOPERATION###", "2 ", "M9"};
+
 struct Case {
     Kind kind;
     const char* file;
@@ -138,15 +174,22 @@ TEST_P(EveryKindTest, ReadEditWriteGivesTheExactLines) {
     host().setGlobal("w_setup_cle", 0.42);
     host().setGlobal("w_setup_ret", 4.2);
 
-    const auto header = [&] {
-        return std::to_string(millDrillOperationTypeToVelk(c.kind)) + " 1 3 1 0 " +
-               std::to_string(expected.lineCount);
+    const Lines geometry = geometryFor(c.kind, expected);
+    // The record of the operation: header, message, parameters, geometry and both actions.
+    const auto recordWith = [&](const std::string& message, const Lines& postActions) {
+        velkhost::Record record = {std::to_string(millDrillOperationTypeToVelk(c.kind)) +
+                                       " 1 6 1 0 " + std::to_string(expected.lineCount) + " " +
+                                       std::to_string(geometry.size()) + " " +
+                                       std::to_string(kPreActions.size()) + " " +
+                                       std::to_string(postActions.size()),
+                                   message, expected.name};
+        for (const Lines& lines : {valueLines(expected), geometry, kPreActions, postActions}) {
+            record.insert(record.end(), lines.begin(), lines.end());
+        }
+        return record;
     };
-    velkhost::Record record = {header(), "Before", expected.name};
-    for (const std::string& line : valueLines(expected)) {
-        record.push_back(line);
-    }
-    host().setStore(7, {{"0 1 0"}, {"0 1 0"}, {"0 1 0"}, record, {"4 1 0"}});
+    host().setStore(7, {{"0 1 0"}, {"0 1 0"}, {"0 1 0"}, recordWith("Before", kPostActions),
+                        {"4 1 0"}});
 
     MillDrillOperation op(7, 3);
     ASSERT_EQ(op.getOperationType(), c.kind);
@@ -170,10 +213,22 @@ TEST_P(EveryKindTest, ReadEditWriteGivesTheExactLines) {
 
     growAfterReading(c.kind, expected);
 
-    // One edit of every data type the kind has.
+    // The geometry and the actions as stored.
+    std::vector<std::string> keys;
+    EXPECT_EQ(op.getGeometrySection()->readKeys(keys).size(), geometry.size());
+    std::vector<Action> pre;
+    ASSERT_EQ(op.getActionSection(1)->getValues(&pre)->size(), 2u);
+    EXPECT_EQ(pre[1].getCommand(), "call 'probe.mac' 3");
+    EXPECT_EQ(static_cast<int>(pre[1].getType()), 1);
+
+    // One edit of every data type the kind has, and one more action after the operation.
     op.getMessageSection()->setString("0", "After");
+    op.getActionSection(2)->addActionParameter(3, ActionType::Default, "M5");
     bool editedInt = false, editedDouble = false, editedOption = false, editedText = false;
     for (Row& row : expected.rows) {
+        if (isGeometryCounter(row.name)) {
+            continue;  // they follow the geometry
+        }
         if (row.kind == "int" && !editedInt) {
             parameters.setInt(row.name, 7);
             row.field = "7";
@@ -198,11 +253,8 @@ TEST_P(EveryKindTest, ReadEditWriteGivesTheExactLines) {
     }
     op.writeToVDM();
 
-    velkhost::Record after = {header(), "After", expected.name};
-    for (const std::string& line : valueLines(expected)) {
-        after.push_back(line);
-    }
-    EXPECT_EQ(host().lines(7, 3), after);
+    EXPECT_EQ(host().lines(7, 3),
+              recordWith("After", {"###POSTOPERATION###", "2 5 ", "M9", "M5"}));
     EXPECT_EQ(host().lines(7, 4), Lines{"4 1 0"});
     EXPECT_EQ(host().callCount("VelkMacroVdmOpen"), host().callCount("VelkMacroVdmClose"));
     EXPECT_TRUE(boxes().empty());
@@ -250,7 +302,7 @@ TEST_F(EveryKindTest, FiveAxisFirstLineMovesOnePlaceOnEveryRoundTrip) {
     EXPECT_EQ(parameters.getString("$_info"), "*Info");
     op.writeToVDM();
     EXPECT_EQ(host().lines(7, 3),
-              (Lines{"64 1 3 1 0 3", "Swarf", "MILL_5AX",
+              (Lines{"64 1 4 1 0 3 0", "Swarf", "MILL_5AX",
                      "2 3 4 5 6 7 8 9 10.5 11.5 12 13 14 15.5 16.5 17.5 18 19 2.14748e+09 ",
                      "*Info 3 0 0 0 0 0 "}));
 }

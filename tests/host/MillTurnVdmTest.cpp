@@ -199,3 +199,44 @@ TEST_F(MillTurnVdmTest, OperationExistOpensAndClosesTheStore) {
     MillTurnVdm missing(10);
     EXPECT_FALSE(missing.OperationExist(0));
 }
+
+TEST_F(MillTurnVdmTest, WriteSectionReplacesTheLinesAndTheirCount) {
+    ASSERT_TRUE(vdm.Create());
+    ASSERT_TRUE(vdm.LoadOperation(0));
+    EXPECT_TRUE(vdm.WriteSection(1, {"a", "b", "c"}));
+    EXPECT_TRUE(vdm.WriteSection(4, {"d"}));
+    vdm.Close();
+    EXPECT_EQ(host().lines(9, 0),
+              (Lines{"4 1 5 1 3 1 0 1", "msg", "a", "b", "c", "POCKET", "d"}));
+}
+
+TEST_F(MillTurnVdmTest, DeleteSectionKeepsTheHeaderPlaceOfASectionWithLinesAfterIt) {
+    ASSERT_TRUE(vdm.Create());
+    ASSERT_TRUE(vdm.LoadOperation(0));
+    EXPECT_TRUE(vdm.DeleteSection(1, 1));
+    vdm.Close();
+    EXPECT_EQ(host().lines(9, 0), (Lines{"4 1 3 1 0 1", "msg", "POCKET"}));
+}
+
+TEST_F(MillTurnVdmTest, DeleteSectionDropsTheEmptySectionsAtTheEndDownToTheFirstOptional) {
+    host().setStore(9, Records{{"4 1 5 1 0 0 2 1", "msg", "a", "b", "c"}});
+    ASSERT_TRUE(vdm.Create());
+    ASSERT_TRUE(vdm.LoadOperation(0));
+    EXPECT_TRUE(vdm.DeleteSection(3, 1));
+    EXPECT_EQ(host().lines(9, 0), (Lines{"4 1 5 1 0 0 0 1", "msg", "c"}));
+    EXPECT_TRUE(vdm.DeleteSection(4, 2));
+    EXPECT_EQ(vdm.getSectionLineCounts(), (std::vector<int>{1, 0}));
+    vdm.Close();
+    EXPECT_EQ(host().lines(9, 0), (Lines{"4 1 2 1 0", "msg"}));
+    EXPECT_TRUE(boxes().empty());
+}
+
+TEST_F(MillTurnVdmTest, DeleteSectionOfASectionTheHeaderDoesNotListChangesNothing) {
+    ASSERT_TRUE(vdm.Create());
+    ASSERT_TRUE(vdm.LoadOperation(0));
+    host().resetCallCounts();
+    EXPECT_FALSE(vdm.DeleteSection(3, 0));
+    EXPECT_EQ(host().callCount("VelkMacroVdmSingleReplace$"), 0);
+    vdm.Close();
+    EXPECT_EQ(host().lines(9, 0), (Lines{"4 1 3 1 2 1", "msg", "t1", "t2", "POCKET"}));
+}

@@ -68,12 +68,24 @@ TEST_F(MillDrillOperationTest, SectionsOfAKnownKind) {
     MillDrillOperation op(1, 3);
     EXPECT_EQ(op.getOperationType(), Kind::DRILLING);
     EXPECT_TRUE(op.isVelkActive());
-    EXPECT_EQ(sectionNames(op), (Texts{"Header", "Message", "Parameter"}));
+    EXPECT_EQ(sectionNames(op), (Texts{"Header", "Message", "Parameter", "Geometry",
+                                       "Additional_1", "Additional_2"}));
     EXPECT_EQ(op.getSection(SectionType::Parameter, 0), op.getParameterSection());
+    EXPECT_EQ(op.getSection(SectionType::Geometry, 0), op.getGeometrySection());
+    EXPECT_EQ(op.getSection(SectionType::Additional, 1), op.getActionSection(1));
+    EXPECT_EQ(op.getSection(SectionType::Additional, 2), op.getActionSection(2));
+    EXPECT_EQ(op.getActionSection(3), nullptr);
     EXPECT_EQ(op.getParameterSection()->getSectionNr(), 2);
     EXPECT_EQ(op.getMessageSection()->getSectionNr(), 0);
     EXPECT_EQ(op.getHeaderSection()->getSectionNr(), -1);
+    EXPECT_EQ(op.getGeometrySection()->getSectionNr(), 3);
+    EXPECT_EQ(op.getActionSection(1)->getSectionNr(), 4);
+    EXPECT_EQ(op.getActionSection(1)->getSectionType(), ActionSectionType::PreOperation);
+    EXPECT_EQ(op.getActionSection(2)->getSectionNr(), 5);
+    EXPECT_EQ(op.getActionSection(2)->getSectionType(), ActionSectionType::PostOperation);
     EXPECT_EQ(op.getParameterSection()->getOperation(), &op);
+    EXPECT_EQ(op.getGeometrySection()->getOperation(), &op);
+    EXPECT_EQ(op.getActionSection(2)->getOperation(), &op);
 }
 
 TEST_F(MillDrillOperationTest, HeaderCountAboveSixMakesNoFurtherSections) {
@@ -81,7 +93,8 @@ TEST_F(MillDrillOperationTest, HeaderCountAboveSixMakesNoFurtherSections) {
         1, {{"0 1 0"}, {"0 1 0"}, {"0 1 0"}, {"4 1 9 1 0 1 0 0 0 0 0 0", "Nine", "POCKET"}});
     MillDrillOperation op(1, 3);
     op.readFromVDM();
-    EXPECT_EQ(sectionNames(op), (Texts{"Header", "Message", "Parameter"}));
+    EXPECT_EQ(sectionNames(op), (Texts{"Header", "Message", "Parameter", "Geometry",
+                                       "Additional_1", "Additional_2"}));
     op.getHeaderSection()->setDefault();
     EXPECT_EQ(op.getHeaderSection()->getInt("SectionCount"), 9);
 }
@@ -116,8 +129,47 @@ TEST_F(MillDrillOperationTest, NewOperationIsInsertedBeforeItsSectionsAreWritten
     EXPECT_EQ(host().callCount("VelkMacroVdmInsert$"), 1);
     EXPECT_EQ(host().records(1).size(), 7u);
     EXPECT_EQ(host().lines(1, 3),
-              (Texts{"4 1 3 1 0 2", "Engrave the label", "ENGRAVE", "2147483647 "}));
+              (Texts{"4 1 4 1 0 2 0", "Engrave the label", "ENGRAVE", "2147483647 "}));
     EXPECT_EQ(host().lines(1, 4)[1], "Holes");
+}
+
+// Geometry before the parameters and the actions around them, each in its own place.
+TEST_F(MillDrillOperationTest, GeometryAndActionsAreReadAndWrittenInTheirPlaces) {
+    host().setStore(1, {{"0 1 0"},
+                        {"0 1 0"},
+                        {"0 1 0"},
+                        {"5 1 6 1 0 3 2 4 3", "Holes", "DRILLING", "2 83 1 2 2 -20 ", "",
+                         "X10 Y10 Z0", "X20 Y10 Z0", "###PREOPERATION###", "5 1 ", "M8",
+                         "call 'probe.mac'", "###POSTOPERATION###", "5 ", "M9"},
+                        {"4 1 0"}});
+    MillDrillOperation op(1, 3);
+    op.readFromVDM();
+    std::vector<std::string> keys;
+    EXPECT_EQ(op.getGeometrySection()->readKeys(keys),
+              (Texts{"0000(x10 y10 z0)", "0001(x20 y10 z0)"}));
+    std::vector<Action> pre, post;
+    op.getActionSection(1)->getValues(&pre);
+    op.getActionSection(2)->getValues(&post);
+    ASSERT_EQ(pre.size(), 2u);
+    EXPECT_EQ(pre[1].getCommand(), "call 'probe.mac'");
+    EXPECT_EQ(pre[1].getType(), static_cast<ActionType>(1));
+    ASSERT_EQ(post.size(), 1u);
+    EXPECT_EQ(post[0].getCommand(), "M9");
+
+    op.getGeometrySection()->addVelkObjectParameter(2, "X30 Y10 Z0",
+                                                    GeometrySectionType::OutlineFigure);
+    op.getActionSection(1)->clear();
+    op.writeToVDM();
+    const Texts record = host().lines(1, 3);
+    ASSERT_EQ(record.size(), 11u);
+    EXPECT_EQ(record[0], "5 1 6 1 0 3 3 0 3");
+    EXPECT_EQ(record[3].substr(0, 7), "3 83 1 ");
+    EXPECT_EQ(Texts(record.begin() + 5, record.end()),
+              (Texts{"X10 Y10 Z0", "X20 Y10 Z0", "X30 Y10 Z0", "###POSTOPERATION###", "5 ",
+                     "M9"}));
+    EXPECT_EQ(host().lines(1, 4), Texts{"4 1 0"});
+    EXPECT_EQ(host().callCount("VelkMacroVdmOpen"), host().callCount("VelkMacroVdmClose"));
+    EXPECT_TRUE(boxes().empty());
 }
 
 TEST_F(MillDrillOperationTest, CycleOfADrillingOperation) {

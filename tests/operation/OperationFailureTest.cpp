@@ -155,6 +155,7 @@ TEST_F(OperationFailureTest, EveryFailingAllocationOfSetupIsLogged) {
     }
     EXPECT_TRUE(seen.count("Error in MillDrillOperation::Setup => std::bad_alloc"));
     EXPECT_TRUE(seen.count("Error in MillDrillOperation::createParameterSection"));
+    EXPECT_TRUE(seen.count("Error in MillDrillOperation::createGeometrySection()"));
     // Allocations made inside the C++ runtime's DLL on Windows (its std::string code) do not
     // go through this program's operator new, so which other texts appear depends on the
     // platform; the parameter section's own texts are checked by its tests.
