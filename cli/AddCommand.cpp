@@ -1,5 +1,6 @@
-// velk add PROJECT --store N --kind KIND [--at K] [--description TEXT]: inserts a new operation
-// of a kind, with every parameter at its default, through the library, and saves the project.
+// velk add PROJECT --store N --kind KIND [--at K] [--description TEXT] [--figure TEXT]...
+// [--island TEXT]...: inserts a new operation of a kind, with every parameter at its default and
+// the drawing objects it machines, through the library, and saves the project.
 #include <velkapi/MillDrillOperation.h>
 #include <velkhost/OfflineHost.h>
 
@@ -7,6 +8,7 @@
 #include <memory>
 
 #include "Commands.h"
+#include "EntryText.h"
 #include "Project.h"
 
 namespace velk {
@@ -24,6 +26,8 @@ struct AddOptions {
     std::string kind;
     int at = -1;
     std::string description;
+    std::vector<std::string> figures;
+    std::vector<std::string> islands;
 };
 
 MillDrillOperationType parseKind(const std::string& name) {
@@ -32,6 +36,37 @@ MillDrillOperationType parseKind(const std::string& name) {
         throw CommandError("'" + name + "' is not a kind of machining operation");
     }
     return kind;
+}
+
+// The operation's outline figures, then its islands, each of the drawing; the kind must keep
+// them (its parameters count them, or it lists objects).
+void addGeometry(VelkApi::MillDrillOperation& op, const AddOptions& options) {
+    if (options.figures.empty() && options.islands.empty()) {
+        return;
+    }
+    const MillDrillOperationType kind = op.getOperationType();
+    const VelkApi::ParameterSection& parameters = *op.getParameterSection();
+    const bool plainList =
+        kind == MillDrillOperationType::STD3DGEO || kind == MillDrillOperationType::RSURFING;
+    if (!plainList && !parameters.existsKey("i_nr_of_figs")) {
+        throw CommandError(kindName(kind) + " operations machine no figures");
+    }
+    if (!options.islands.empty() && (plainList || !parameters.existsKey("i_nr_of_isle"))) {
+        throw CommandError(kindName(kind) + " operations have no islands");
+    }
+    const VelkApi::GeometrySectionType islandRole =
+        kind == MillDrillOperationType::FACEMILL
+            ? VelkApi::GeometrySectionType::FacemillIslandFigure
+            : VelkApi::GeometrySectionType::IslandFigure;
+    int nr = 0;
+    for (const std::string& text : options.figures) {
+        op.getGeometrySection()->addVelkObjectParameter(
+            nr++, drawingObject(text, VelkApi::GeometrySectionType::OutlineFigure, "--figure"));
+    }
+    for (const std::string& text : options.islands) {
+        op.getGeometrySection()->addVelkObjectParameter(
+            nr++, drawingObject(text, islandRole, "--island"));
+    }
 }
 
 void add(const AddOptions& options) {
@@ -55,6 +90,7 @@ void add(const AddOptions& options) {
     op.setMode(1);
     op.getParameterSection()->setDefault();
     op.getMessageSection()->createandsetLine(0, options.description);
+    addGeometry(op, options);
     writeOperation(op);
     saveProject(options.project);
     std::cout << "store " << options.store << ": added operation " << at << " (" << kindName(kind)
@@ -75,6 +111,11 @@ void addAddCommand(CLI::App& app) {
                            "Operation number the new one takes (default: after the last)");
     addCommand->add_option("--description", options->description,
                            "First line of the operation's message section");
+    addCommand->add_option("--figure", options->figures,
+                           "An outline figure (or point, or G<number> object) of the drawing "
+                           "that the operation machines; repeat for more");
+    addCommand->add_option("--island", options->islands,
+                           "An island figure of the drawing; repeat for more");
     addCommand->callback([options] { add(*options); });
 }
 

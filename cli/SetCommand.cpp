@@ -1,6 +1,7 @@
 // velk set PROJECT --store N --op K SECTION.KEY=VALUE...: edits one operation through the
 // library, writes it back and saves the project. Every assignment is checked before anything
-// is written; on any error the project file stays untouched.
+// is written; on any error the project file stays untouched. A geometry object is pointed at
+// another figure, point or object of the drawing by its text.
 #include <velkapi/MillDrillOperation.h>
 
 #include <cerrno>
@@ -11,6 +12,7 @@
 #include <memory>
 
 #include "Commands.h"
+#include "EntryText.h"
 #include "Project.h"
 
 namespace velk {
@@ -81,6 +83,13 @@ bool parseBool(const Assignment& a) {
                        "' is not true, false, 1 or 0");
 }
 
+// The object the text names in the drawing, in the role of the object it replaces.
+VelkApi::VelkObject parseObject(const SectionDictionary& section, const Assignment& a) {
+    VelkApi::VelkObject current;
+    section.getValue(a.key, &current);
+    return drawingObject(a.value, current.getSectiontype(), a.section + "." + a.key);
+}
+
 // Checks the assignment against the operation and returns the edit that applies it.
 std::function<void()> prepare(VelkApi::MillDrillOperation& op, const Assignment& a) {
     if (a.section == "Header") {
@@ -99,6 +108,8 @@ std::function<void()> prepare(VelkApi::MillDrillOperation& op, const Assignment&
             return [&section, a, v = parseBool(a)] { section.setBool(a.key, v); };
         case ValueDataType::String:
             return [&section, a] { section.setString(a.key, a.value); };
+        case ValueDataType::VelkObject:
+            return [&section, a, v = parseObject(section, a)] { section.setValue(a.key, &v); };
         default:
             throw CommandError(a.section + "." + a.key + " cannot be set from the command line");
     }
@@ -132,7 +143,8 @@ void addSetCommand(CLI::App& app) {
     addStoreOption(*set, options->store);
     addOperationOption(*set, options->op);
     set->add_option("ASSIGNMENT", options->assignments,
-                    "SECTION.KEY=VALUE, e.g. Parameter.w_zdepth=-12.5 or Message.0=\"Rough\"")
+                    "SECTION.KEY=VALUE, e.g. Parameter.w_zdepth=-12.5, Message.0=\"Rough\" or "
+                    "Geometry.0000(outer)=POCKET")
         ->required();
     set->callback([options] { velk::set(*options); });
 }

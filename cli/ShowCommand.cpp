@@ -1,5 +1,7 @@
 // velk show PROJECT --store N --op K [--section NAME] [--json]: every key of every section of
-// one operation, with its data type and value. The header's values are the record's numbers.
+// one operation, with its data type and value. The header's values are the record's numbers; a
+// geometry object shows its role, its text and the drawing object it resolves to, an action its
+// kind and command.
 #include <velkapi/MillDrillOperation.h>
 
 #include <nlohmann/json.hpp>
@@ -9,6 +11,7 @@
 #include <memory>
 
 #include "Commands.h"
+#include "EntryText.h"
 #include "Project.h"
 
 namespace velk {
@@ -32,6 +35,29 @@ std::vector<std::string> keysOf(const SectionDictionary& section) {
     return keys;
 }
 
+VelkApi::VelkObject objectOf(const SectionDictionary& section, const std::string& key) {
+    VelkApi::VelkObject object;
+    section.getValue(key, &object);
+    return object;
+}
+
+VelkApi::Action actionOf(const SectionDictionary& section, const std::string& key) {
+    VelkApi::Action action;
+    section.getValue(key, &action);
+    return action;
+}
+
+std::string shownValue(const SectionDictionary& section, const std::string& key) {
+    switch (section.dataTypeOf(key)) {
+        case ValueDataType::VelkObject:
+            return describeObject(objectOf(section, key));
+        case ValueDataType::Action:
+            return describeAction(actionOf(section, key));
+        default:
+            return section.getValueAsString(key);
+    }
+}
+
 nlohmann::ordered_json jsonValue(const SectionDictionary& section, const std::string& key) {
     switch (section.dataTypeOf(key)) {
         case ValueDataType::Int:
@@ -43,6 +69,22 @@ nlohmann::ordered_json jsonValue(const SectionDictionary& section, const std::st
         default:
             return section.getValueAsString(key);
     }
+}
+
+// The entry's type and value, and what an object or an action holds besides.
+nlohmann::ordered_json jsonEntry(const SectionDictionary& section, const std::string& key) {
+    nlohmann::ordered_json entry = {{"type", dataTypeName(section.dataTypeOf(key))},
+                                    {"value", jsonValue(section, key)}};
+    if (section.dataTypeOf(key) == ValueDataType::VelkObject) {
+        const VelkApi::VelkObject object = objectOf(section, key);
+        entry["role"] = roleName(object.getSectiontype());
+        entry["attribute"] = object.getAttribNo();
+        entry["text"] = object.toString();
+        entry["object"] = object.getSegNo();
+    } else if (section.dataTypeOf(key) == ValueDataType::Action) {
+        entry["kind"] = static_cast<int>(actionOf(section, key).getType());
+    }
+    return entry;
 }
 
 std::vector<std::string> chosenSections(const VelkApi::MillDrillOperation& op,
@@ -61,7 +103,7 @@ void printText(const VelkApi::MillDrillOperation& op, const std::vector<std::str
         for (const std::string& key : keysOf(section)) {
             std::cout << "  " << std::left << std::setw(32) << key << std::setw(8)
                       << dataTypeName(section.dataTypeOf(key)) << std::right
-                      << section.getValueAsString(key) << "\n";
+                      << shownValue(section, key) << "\n";
         }
     }
 }
@@ -77,8 +119,7 @@ void printJson(const ShowOptions& options, const VelkApi::MillDrillOperation& op
         const SectionDictionary& section = *findSection(op, name);
         nlohmann::ordered_json entries = nlohmann::ordered_json::object();
         for (const std::string& key : keysOf(section)) {
-            entries[key] = {{"type", dataTypeName(section.dataTypeOf(key))},
-                            {"value", jsonValue(section, key)}};
+            entries[key] = jsonEntry(section, key);
         }
         sections[name] = entries;
     }
@@ -112,7 +153,7 @@ void addShowCommand(CLI::App& app) {
     addStoreOption(*show, options->store);
     addOperationOption(*show, options->op);
     show->add_option("--section", options->section,
-                     "Only this section (Header, Message, Parameter, ...)");
+                     "Only this section (Header, Message, Parameter, Geometry, Additional_1, ...)");
     show->add_flag("--json", options->json, "Print JSON instead of text");
     show->callback([options] { velk::show(*options); });
 }

@@ -18,6 +18,8 @@ run() {
 
 run ops "$project" --store 1
 run show "$project" --store 1 --op 9 --section Parameter
+run show "$project" --store 1 --op 6 --section Geometry
+run actions "$project" --store 1 --op 6
 
 copy="$(mktemp -d)/demo-project.json"
 cp "$project" "$copy"
