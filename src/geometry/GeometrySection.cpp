@@ -75,10 +75,11 @@ GeometrySection::~GeometrySection() = default;
 
 void GeometrySection::addMacroLine(int nr, const std::string& line) {
     guarded("Error in GeometrySection::addVelkObjectParameter() ", [&] {
+        const std::string key = paddedNumber(nr);
         auto value = std::make_unique<StringValue>(line);
         auto defaultValue = std::make_unique<StringValue>(line);
-        addParameter(nr, paddedNumber(nr), value.release(), defaultValue.release(),
-                     ValueDataType::String, false);
+        addParameter(nr, key, value.release(), defaultValue.release(), ValueDataType::String,
+                     false);
     });
 }
 
@@ -86,10 +87,11 @@ void GeometrySection::addVelkObjectParameter(int nr, const VelkObject& obj) {
     guarded(kAddObjectText, [&] {
         const VelkObject fallback(obj.getName(), 1, VelkObjectType::Figure,
                                   GeometrySectionType::FacemillIslandFigure);
+        const std::string key = paddedNumber(nr) + "(" + obj.getName() + ")";
         auto value = std::make_unique<VelkObjectValue>(obj);
         auto defaultValue = std::make_unique<VelkObjectValue>(fallback);
-        addParameter(nr, paddedNumber(nr) + "(" + obj.getName() + ")", value.release(),
-                     defaultValue.release(), ValueDataType::VelkObject, false);
+        addParameter(nr, key, value.release(), defaultValue.release(), ValueDataType::VelkObject,
+                     false);
     });
 }
 

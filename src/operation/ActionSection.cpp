@@ -37,11 +37,11 @@ ActionSection::~ActionSection() = default;
 
 void ActionSection::addActionParameter(int nr, ActionType type, const std::string& command) {
     guarded("Error in ActionSection::addActionParameter()", [&] {
+        const std::string key = std::to_string(nr);
         const Action action(type, command);
         auto value = std::make_unique<ActionValue>(action);
         auto fallback = std::make_unique<ActionValue>(action);
-        addParameter(nr, std::to_string(nr), value.release(), fallback.release(),
-                     ValueDataType::Action, false);
+        addParameter(nr, key, value.release(), fallback.release(), ValueDataType::Action, false);
     });
 }
 
