@@ -58,7 +58,8 @@ class VELKAPI_EXPORT ActionSection : public SectionDictionary {
 
     // Adds action `nr` (its name is the number in decimal) unless that number exists.
     void addActionParameter(int nr, ActionType type, const std::string& command);
-    // Appends a copy of every action to *out, in the order of their numbers, and returns out.
+    // Appends a copy of every action to *out, in the dictionary's order of names (so action 10
+    // comes before action 2), and returns out.
     std::vector<Action>* getValues(std::vector<Action>* out);
 
     // Writes the marker, the kinds line and the commands. A section without actions has its
@@ -72,7 +73,8 @@ class VELKAPI_EXPORT ActionSection : public SectionDictionary {
     ActionSectionType getSectionType() const { return sectionType; }
 
   private:
-    // Every action entry, ordered by number.
+    // Every action entry, in the dictionary's order of names. Writing keeps that order too, so
+    // a list of more than eight actions comes back from the store with 10, 11, ... first.
     std::vector<Action> actions() const;
 
     ActionSectionType sectionType;

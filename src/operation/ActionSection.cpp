@@ -47,7 +47,7 @@ void ActionSection::addActionParameter(int nr, ActionType type, const std::strin
 
 std::vector<Action> ActionSection::actions() const {
     std::vector<Action> found;
-    for (const SectionValue* entry : entriesByNumber()) {
+    for (const auto& [key, entry] : entries()) {
         Action action;
         if (entry->getValueDataType() == ValueDataType::Action && entry->getValue(&action)) {
             found.push_back(action);

@@ -21,7 +21,7 @@ ActionType kind(int number) {
     return static_cast<ActionType>(number);
 }
 
-// The kinds and commands of a section's actions, as "kind:command", in number order.
+// The kinds and commands of a section's actions, as "kind:command", in the order getValues gives.
 Texts actionsOf(ActionSection& section) {
     std::vector<Action> actions;
     Texts seen;
@@ -63,7 +63,7 @@ TEST_F(ActionSectionTest, ActionsAreEntriesNamedByTheirNumber) {
     EXPECT_EQ(section.getSectionNr(), 4);
 }
 
-TEST_F(ActionSectionTest, GetValuesAppendsInTheOrderOfTheNumbers) {
+TEST_F(ActionSectionTest, GetValuesAppendsInTheDictionarysOrderOfNames) {
     ActionSection section(kPost, 5);
     for (int nr = 11; nr >= 2; --nr) {
         section.addActionParameter(nr, kind(nr), "c" + std::to_string(nr));
@@ -72,8 +72,11 @@ TEST_F(ActionSectionTest, GetValuesAppendsInTheOrderOfTheNumbers) {
     EXPECT_EQ(section.getValues(&actions), &actions);
     ASSERT_EQ(actions.size(), 11u);
     EXPECT_EQ(actions[0].getCommand(), "");
-    EXPECT_EQ(actions[1].getCommand(), "c2");
-    EXPECT_EQ(actions[10].getCommand(), "c11");
+    // Names compare as text: "10" and "11" come before "2".
+    EXPECT_EQ(actions[1].getCommand(), "c10");
+    EXPECT_EQ(actions[2].getCommand(), "c11");
+    EXPECT_EQ(actions[3].getCommand(), "c2");
+    EXPECT_EQ(actions[10].getCommand(), "c9");
     EXPECT_EQ(section.getValues(nullptr), nullptr);
 }
 
@@ -98,6 +101,19 @@ TEST_F(ActionSectionTest, ThePostOperationListHasItsOwnMarker) {
     section.writeToVDM(&op);
     EXPECT_EQ(stored(), (Texts{"4 1 6 1 0 1 0 3 3", "message", "POCKET", "###PREOPERATION###",
                                "5 ", "M8", "###POSTOPERATION###", "2 ", "M9"}));
+}
+
+TEST_F(ActionSectionTest, TenActionsAreWrittenInTheOrderOfTheirNames) {
+    host().setStore(1, {{"4 1 3 1 0 1", "message", "POCKET"}});
+    StoredOperation op(1, 0);
+    ActionSection section(kPre, 4);
+    for (int nr = 2; nr <= 11; ++nr) {
+        section.addActionParameter(nr, kind(nr), "c" + std::to_string(nr));
+    }
+    section.writeToVDM(&op);
+    EXPECT_EQ(stored(), (Texts{"4 1 5 1 0 1 0 12", "message", "POCKET", "###PREOPERATION###",
+                               "10 11 2 3 4 5 6 7 8 9 ", "c10", "c11", "c2", "c3", "c4", "c5",
+                               "c6", "c7", "c8", "c9"}));
 }
 
 TEST_F(ActionSectionTest, ReadingNumbersTheActionsFromTwo) {
