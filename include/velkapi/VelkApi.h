@@ -2,6 +2,7 @@
 #pragma once
 
 #include <velkapi/Export.h>
+#include <velkapi/ExpertParameterSection.h>
 #include <velkapi/HeaderSection.h>
 #include <velkapi/LogFile.h>
 #include <velkapi/MacroExport.h>
