@@ -3,6 +3,7 @@
 
 #include <velkapi/Export.h>
 #include <velkapi/ExpertParameterSection.h>
+#include <velkapi/GeolibWrapper.h>
 #include <velkapi/HeaderSection.h>
 #include <velkapi/LogFile.h>
 #include <velkapi/MacroExport.h>
