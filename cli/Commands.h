@@ -17,5 +17,7 @@ void addOpsCommand(CLI::App& app);
 void addShowCommand(CLI::App& app);
 void addSetCommand(CLI::App& app);
 void addAddCommand(CLI::App& app);
+void addExpertCommand(CLI::App& app);
+void addStrategyCommand(CLI::App& app);
 
 }  // namespace velk

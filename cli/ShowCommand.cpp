@@ -4,7 +4,6 @@
 
 #include <nlohmann/json.hpp>
 
-#include <iomanip>
 #include <iostream>
 #include <memory>
 
@@ -56,13 +55,8 @@ std::vector<std::string> chosenSections(const VelkApi::MillDrillOperation& op,
 
 void printText(const VelkApi::MillDrillOperation& op, const std::vector<std::string>& names) {
     for (const std::string& name : names) {
-        const SectionDictionary& section = *findSection(op, name);
         std::cout << "[" << name << "]\n";
-        for (const std::string& key : keysOf(section)) {
-            std::cout << "  " << std::left << std::setw(32) << key << std::setw(8)
-                      << dataTypeName(section.dataTypeOf(key)) << std::right
-                      << section.getValueAsString(key) << "\n";
-        }
+        printEntries(*findSection(op, name));
     }
 }
 

@@ -15,6 +15,8 @@ int main(int argc, char** argv) {
     velk::addShowCommand(app);
     velk::addSetCommand(app);
     velk::addAddCommand(app);
+    velk::addExpertCommand(app);
+    velk::addStrategyCommand(app);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& e) {
