@@ -107,7 +107,8 @@ const std::vector<Setting>& settings() {
          [](W& w, double v) { w.setStockRemain(v); }},
         {"RampAngle", ValueKind::Number, [](const W& w) { return w.getRampAngle(); },
          [](W& w, double v) { w.setRampAngle(v); }},
-        {"RampLengthPercent", ValueKind::Number, [](const W& w) { return w.getRampLengthPercent(); },
+        {"RampLengthPercent", ValueKind::Number,
+         [](const W& w) { return w.getRampLengthPercent(); },
          [](W& w, double v) { w.setRampLengthPercent(v); }},
         {"AdaptiveRoughingLinkClearanceHeight", ValueKind::Number,
          [](const W& w) { return w.getAdaptiveRoughingLinkClearanceHeight(); },
@@ -247,10 +248,11 @@ void addStrategyCommand(CLI::App& app) {
     command->add_option("FILE", options->file, "Settings file of the machining-parameter library")
         ->required()
         ->check(CLI::ExistingFile);
-    command->add_option("--set", options->assignments,
-                        "NAME=VALUE: change a setting (names as printed, any case); the file is "
-                        "saved when there is one. Infeed: a negative value is a fixed depth step, "
-                        "zero or more a number of slices. CurMachType: a number or a name")
+    command
+        ->add_option("--set", options->assignments,
+                     "NAME=VALUE: change a setting (names as printed, any case); the file is "
+                     "saved when there is one. Infeed: a negative value is a fixed depth step, "
+                     "zero or more a number of slices. CurMachType: a number or a name")
         ->allow_extra_args(false);
     command->callback([options] { velk::strategy(*options); });
 }

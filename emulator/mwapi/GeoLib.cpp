@@ -100,7 +100,7 @@ void GeoLib::read(const std::string& path) {
         int whole = 0;
         if (kSettings[index].whole ? !parse(text, whole) : !parse(text, read[index])) {
             fail(lineNumber, "gives " + name + " the value '" + text + "', which is not " +
-                                        (kSettings[index].whole ? "a whole number" : "a number"));
+                                 (kSettings[index].whole ? "a whole number" : "a number"));
         }
         if (kSettings[index].whole) {
             read[index] = whole;

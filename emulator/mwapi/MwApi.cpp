@@ -98,23 +98,23 @@ MWAPI_EXPORT int MwGeoLibDeserialize(void* handle, int, const char* path) {
 }
 
 // The setter and the getter of one setting, of the types the library's users call them by.
-#define MWAPI_DOUBLE_SETTING(Name)                                                   \
-    MWAPI_EXPORT void MwMachParamSet##Name(void* handle, double value) {            \
-        setSetting(handle, #Name, value);                                            \
-    }                                                                                \
-    MWAPI_EXPORT double MwMachParamGet##Name(void* handle) {                         \
-        return settingOf(handle, #Name);                                             \
-    }                                                                                \
+#define MWAPI_DOUBLE_SETTING(Name)                                                          \
+    MWAPI_EXPORT void MwMachParamSet##Name(void* handle, double value) {                    \
+        setSetting(handle, #Name, value);                                                   \
+    }                                                                                       \
+    MWAPI_EXPORT double MwMachParamGet##Name(void* handle) {                                \
+        return settingOf(handle, #Name);                                                    \
+    }                                                                                       \
     static_assert(std::is_same_v<decltype(&MwMachParamSet##Name), MwMachParamSetDoubleFn>); \
     static_assert(std::is_same_v<decltype(&MwMachParamGet##Name), MwMachParamGetDoubleFn>)
 
-#define MWAPI_INT_SETTING(Name)                                                   \
-    MWAPI_EXPORT void MwMachParamSet##Name(void* handle, int value) {            \
-        setSetting(handle, #Name, value);                                         \
-    }                                                                             \
-    MWAPI_EXPORT int MwMachParamGet##Name(void* handle) {                         \
-        return static_cast<int>(settingOf(handle, #Name));                        \
-    }                                                                             \
+#define MWAPI_INT_SETTING(Name)                                                          \
+    MWAPI_EXPORT void MwMachParamSet##Name(void* handle, int value) {                    \
+        setSetting(handle, #Name, value);                                                \
+    }                                                                                    \
+    MWAPI_EXPORT int MwMachParamGet##Name(void* handle) {                                \
+        return static_cast<int>(settingOf(handle, #Name));                               \
+    }                                                                                    \
     static_assert(std::is_same_v<decltype(&MwMachParamSet##Name), MwMachParamSetIntFn>); \
     static_assert(std::is_same_v<decltype(&MwMachParamGet##Name), MwMachParamGetIntFn>)
 

@@ -1,8 +1,8 @@
 // The whole VelkApi interface.
 #pragma once
 
-#include <velkapi/Export.h>
 #include <velkapi/ExpertParameterSection.h>
+#include <velkapi/Export.h>
 #include <velkapi/GeolibWrapper.h>
 #include <velkapi/HeaderSection.h>
 #include <velkapi/LogFile.h>

@@ -210,8 +210,7 @@ std::optional<std::string> doubleDefault(const Row& row, const std::string& name
     return numberText(name, row.value.number);
 }
 
-void setKindAndDefault(Type type, const Row& row, const ExpertHostTexts& host,
-                       ExpertEntry& entry) {
+void setKindAndDefault(Type type, const Row& row, const ExpertHostTexts& host, ExpertEntry& entry) {
     switch (row.kind) {
         case Kind::Option:
             entry.kind = ExpertKind::Option;
@@ -251,9 +250,8 @@ void setKindAndDefault(Type type, const Row& row, const ExpertHostTexts& host,
 }
 
 void applyDefaultExceptions(Type type, ExpertEntry& entry) {
-    const bool contourKind =
-        std::find(std::begin(kContourKinds), std::end(kContourKinds), type) !=
-        std::end(kContourKinds);
+    const bool contourKind = std::find(std::begin(kContourKinds), std::end(kContourKinds), type) !=
+                             std::end(kContourKinds);
     if (contourKind && isOneOf(entry.name, kContourCounters)) {
         entry.integer = 0;
     }

@@ -212,7 +212,8 @@ void ExpertParameterSection::Init() {
                     break;
             }
         }
-        lineCount = parameters::linesHolding(parameters::fieldsOf(entriesByNumber(), kExpertLayout));
+        lineCount =
+            parameters::linesHolding(parameters::fieldsOf(entriesByNumber(), kExpertLayout));
     });
 }
 
@@ -238,9 +239,9 @@ void ExpertParameterSection::writeToStrings(std::vector<std::string>& lines) {
 void ExpertParameterSection::readFromStrings(const std::vector<std::string>& lines) {
     const bool profileOrSlot = operationType == MillDrillOperationType::PROFILE ||
                                operationType == MillDrillOperationType::SLOT;
-    const char* failure = profileOrSlot
-                              ? "Error in ExpertParameterSection::readFromStrings()  Profile or Slot"
-                              : "Error in ExpertParameterSection::readFromStrings()";
+    const char* failure =
+        profileOrSlot ? "Error in ExpertParameterSection::readFromStrings()  Profile or Slot"
+                      : "Error in ExpertParameterSection::readFromStrings()";
     guarded(failure, [&] {
         if (lines.empty()) {
             return;

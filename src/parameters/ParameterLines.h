@@ -21,9 +21,9 @@ namespace VelkApi::parameters {
 constexpr const char* kEmptyText = "2147483647";
 
 struct LineLayout {
-    int lastNumberedLine;      // numbers from 100 * (this + 1) on take the line before theirs
-    bool signedOptionWords;    // an option word of 32 bits written as a signed or unsigned int
-    bool quoteTextsWithBlanks; // a text holding white space written in single quotes
+    int lastNumberedLine;       // numbers from 100 * (this + 1) on take the line before theirs
+    bool signedOptionWords;     // an option word of 32 bits written as a signed or unsigned int
+    bool quoteTextsWithBlanks;  // a text holding white space written in single quotes
 };
 
 // One field: the entry sorted[first], or the option group sorted[first] .. sorted[end - 1].
@@ -44,7 +44,8 @@ std::vector<std::string> composeValueLines(const std::vector<SectionValue*>& sor
 int linesHolding(const std::vector<Field>& fields);
 
 bool isOptionGroup(const std::vector<SectionValue*>& sorted, const Field& field);
-// The option word of a group, and the reverse: each bit's entry is true exactly when its bit is set.
+// The option word of a group, and the reverse: each bit's entry is true exactly when its bit is
+// set.
 std::uint32_t optionWord(const std::vector<SectionValue*>& sorted, const Field& field);
 void setOptionWord(const std::vector<SectionValue*>& sorted, const Field& field,
                    std::uint32_t word);

@@ -116,9 +116,7 @@ TEST_F(MissingLibraryTest, EveryOperationCallsTheHostsStandInWithTheHandle) {
         {"getStockRemain", [](GeolibWrapper& w) { w.getStockRemain(); }, 1},
         {"setCurMachType", [](GeolibWrapper& w) { w.setCurMachType(MachType::Mill3Axis); }, 1},
         {"getCurMachType",
-         [](GeolibWrapper& w) {
-             EXPECT_EQ(static_cast<int>(w.getCurMachType()), kStandInResult);
-         },
+         [](GeolibWrapper& w) { EXPECT_EQ(static_cast<int>(w.getCurMachType()), kStandInResult); },
          1},
         {"setInfeed (depth step)", [](GeolibWrapper& w) { w.setInfeed(-1.0); }, 2},
         {"setInfeed (slices)", [](GeolibWrapper& w) { w.setInfeed(2.0); }, 2},

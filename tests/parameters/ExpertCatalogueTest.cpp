@@ -104,8 +104,8 @@ bool isOneOf(Type type, std::initializer_list<Type> types) {
 
 // ---- the rules, restated
 
-const std::set<Type> kContourKinds = {Type::PROFILE, Type::SLOT,     Type::CORNER,
-                                      Type::CHAMFER, Type::POCKET,   Type::FACEMILL,
+const std::set<Type> kContourKinds = {Type::PROFILE,  Type::SLOT,    Type::CORNER,
+                                      Type::CHAMFER,  Type::POCKET,  Type::FACEMILL,
                                       Type::RESTMATL, Type::RSURFING};
 
 std::string expertName(Type type, const std::string& plain) {
@@ -187,7 +187,7 @@ std::string numberText(Type type, const std::string& name, double value) {
         return pointed ? "1.0" : "1";
     }
     // Every other number a plain catalogue has.
-    const std::map<double, std::string> texts = {{45.0, "45.0"}, {2.0, "2.0"}, {1.5, "1.5"},
+    const std::map<double, std::string> texts = {{45.0, "45.0"}, {2.0, "2.0"},   {1.5, "1.5"},
                                                  {50.0, "50"},   {100.0, "100"}, {0.1, "0.1"},
                                                  {3.0, "3"}};
     const auto found = texts.find(value);
@@ -337,8 +337,8 @@ TEST_P(ParametersExpertKinds, FollowTheRulesFromThePlainCatalogue) {
 }
 
 INSTANTIATE_TEST_SUITE_P(EveryKind, ParametersExpertKinds,
-                         ::testing::Values(0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15,
-                                           16, 17, 18, 19, 20, 30, 42));
+                         ::testing::Values(0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16,
+                                           17, 18, 19, 20, 30, 42));
 
 TEST_F(ParametersExpertCatalogue, SlotsDiveEntriesShareTheNumbersOfItsExitEntries) {
     OpenExpertSection section(Type::SLOT);
@@ -483,8 +483,8 @@ TEST_F(ParametersExpertCatalogue, TheMachineBitsAreAlwaysThePlainOnes) {
     EXPECT_EQ(profile.at("o_gohome"), (Described{26, 3, ValueDataType::Bool, false, "false"}));
     EXPECT_EQ(profile.at("o_rapid_peck").bit, 10);
     EXPECT_EQ(profile.at("o_subprogram").bit, 23);
-    for (const char* name : {"goh_0", "o_yax_drilling", "o_subspindle", "o_dmg_turnplus",
-                             "i_parent_op"}) {
+    for (const char* name :
+         {"goh_0", "o_yax_drilling", "o_subspindle", "o_dmg_turnplus", "i_parent_op"}) {
         EXPECT_EQ(profile.count(name), 0u) << name;
     }
     const Catalogue restmatl = expertCatalogue(Type::RESTMATL);

@@ -227,8 +227,8 @@ TEST_P(ParametersExpertRoundTrip, EveryValueReadsBackAsItWasWritten) {
 }
 
 INSTANTIATE_TEST_SUITE_P(EveryKind, ParametersExpertRoundTrip,
-                         ::testing::Values(0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15,
-                                           16, 17, 18, 19, 20, 30, 42));
+                         ::testing::Values(0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16,
+                                           17, 18, 19, 20, 30, 42));
 
 TEST_F(ParametersExpert, TextsKeepTheirBlanksAndTheEmptyTextReadsBackEmpty) {
     const auto section = initialised(Type::MILL_5AX);

@@ -3,6 +3,7 @@
 #   NM        nm, for an ELF library: its defined dynamic symbols
 #   OBJDUMP   objdump, for a DLL: the names of its export table
 #   EXPECTED  a file with one name a line
+cmake_policy(VERSION 3.20)
 if(LIBRARY MATCHES "\\.dll$")
   execute_process(COMMAND ${OBJDUMP} -p ${LIBRARY} OUTPUT_VARIABLE dump RESULT_VARIABLE failed)
   string(REGEX MATCHALL "\n\t\\[ *[0-9]+\\] [A-Za-z0-9_]+" rows "${dump}")

@@ -213,12 +213,14 @@ TEST_F(GeolibWrapperTest, AFileTheLibraryCannotReadChangesNothing) {
         const char* content;
         const char* message;
     } files[] = {
-        {"MwApi settings 1\nRampAngle = 4\nFeedRate = 100\n", "line 3 names no setting: 'FeedRate'"},
+        {"MwApi settings 1\nRampAngle = 4\nFeedRate = 100\n",
+         "line 3 names no setting: 'FeedRate'"},
         {"# settings\n\nMwApi settings 1\nRampAngle = steep\n",
          "line 4 gives RampAngle the value 'steep', which is not a number"},
         {"MwApi settings 1\nNumberOfSlices4DepthStep = 2.5\n",
          "line 2 gives NumberOfSlices4DepthStep the value '2.5', which is not a whole number"},
-        {"MwApi settings 1\nRampAngle = 1\nRampAngle = 2\n", "line 3 names RampAngle a second time"},
+        {"MwApi settings 1\nRampAngle = 1\nRampAngle = 2\n",
+         "line 3 names RampAngle a second time"},
         {"MwApi settings 1\nRampAngle 4\n", "line 2 is not \"<Name> = <value>\""},
         {"Settings 2\nRampAngle = 4\n", "line 1 is not \"MwApi settings 1\""},
     };
@@ -260,11 +262,11 @@ TEST_F(GeolibWrapperTest, AFailedSaveLeavesTheFileAsItWas) {
     ::testing::internal::CaptureStderr();
     EXPECT_FALSE(wrapper.SaveBin(file));
     EXPECT_FALSE(wrapper.SaveBin(path("no-such-folder/settings.bin")));
-    EXPECT_EQ(::testing::internal::GetCapturedStderr(),
-              "MwApi: cannot write settings to '" + file +
-                  "'\n"
-                  "MwApi: cannot write settings to '" +
-                  path("no-such-folder/settings.bin") + "'\n");
+    EXPECT_EQ(::testing::internal::GetCapturedStderr(), "MwApi: cannot write settings to '" + file +
+                                                            "'\n"
+                                                            "MwApi: cannot write settings to '" +
+                                                            path("no-such-folder/settings.bin") +
+                                                            "'\n");
     EXPECT_EQ(testsupport::fileContent(file), "MwApi settings 1\nRampAngle = 4\n");
 }
 
