@@ -98,7 +98,7 @@ double number(std::string field, const SectionValue& entry) {
 }
 
 // An option word: 32 bits, written unsigned; the signed form of the record reads as well.
-std::uint32_t optionWord(const std::string& field, const SectionValue& entry) {
+std::uint32_t parsedOptionWord(const std::string& field, const SectionValue& entry) {
     long long value = 0;
     const char* end = field.data() + field.size();
     const auto result = std::from_chars(field.data(), end, value);
@@ -260,7 +260,7 @@ void ExpertParameterSection::readFromStrings(const std::vector<std::string>& lin
             }
             switch (entry->getValueDataType()) {
                 case ValueDataType::Bool:
-                    assignments.push_back([&sorted, field, word = optionWord(text, *entry)] {
+                    assignments.push_back([&sorted, field, word = parsedOptionWord(text, *entry)] {
                         parameters::setOptionWord(sorted, field, word);
                     });
                     break;

@@ -41,6 +41,19 @@ std::string textField(const SectionValue& entry, const std::string& value, bool 
     return "'" + value + "'";
 }
 
+// The sum of 2^(bit-1) over the true bits of an option group.
+std::uint32_t optionWord(const std::vector<SectionValue*>& sorted, const Field& field) {
+    std::uint32_t word = 0;
+    for (std::size_t i = field.first; i < field.end; ++i) {
+        bool set = false;
+        sorted[i]->getValue(&set);
+        if (set) {
+            word += bitMask(sorted[i]->getBit());
+        }
+    }
+    return word;
+}
+
 // The text of one field; none for entries that are not written.
 std::optional<std::string> fieldText(const std::vector<SectionValue*>& sorted, const Field& field,
                                      const LineLayout& layout) {
@@ -112,22 +125,6 @@ int linesHolding(const std::vector<Field>& fields) {
         lastLine = std::max(lastLine, field.line);
     }
     return lastLine + 2;
-}
-
-bool isOptionGroup(const std::vector<SectionValue*>& sorted, const Field& field) {
-    return sorted[field.first]->getValueDataType() == ValueDataType::Bool;
-}
-
-std::uint32_t optionWord(const std::vector<SectionValue*>& sorted, const Field& field) {
-    std::uint32_t word = 0;
-    for (std::size_t i = field.first; i < field.end; ++i) {
-        bool set = false;
-        sorted[i]->getValue(&set);
-        if (set) {
-            word += bitMask(sorted[i]->getBit());
-        }
-    }
-    return word;
 }
 
 void setOptionWord(const std::vector<SectionValue*>& sorted, const Field& field,

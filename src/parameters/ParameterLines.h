@@ -21,7 +21,7 @@ namespace VelkApi::parameters {
 constexpr const char* kEmptyText = "2147483647";
 
 struct LineLayout {
-    int lastNumberedLine;       // numbers from 100 * (this + 1) on take the line before theirs
+    int lastNumberedLine;       // from 100 * (this + 1) on, the line of the entry before
     bool signedOptionWords;     // an option word of 32 bits written as a signed or unsigned int
     bool quoteTextsWithBlanks;  // a text holding white space written in single quotes
 };
@@ -43,10 +43,7 @@ std::vector<std::string> composeValueLines(const std::vector<SectionValue*>& sor
 // The number of lines, the name line included, that hold every field.
 int linesHolding(const std::vector<Field>& fields);
 
-bool isOptionGroup(const std::vector<SectionValue*>& sorted, const Field& field);
-// The option word of a group, and the reverse: each bit's entry is true exactly when its bit is
-// set.
-std::uint32_t optionWord(const std::vector<SectionValue*>& sorted, const Field& field);
+// Each option entry of a group becomes true exactly when its bit is set in `word`.
 void setOptionWord(const std::vector<SectionValue*>& sorted, const Field& field,
                    std::uint32_t word);
 

@@ -9,7 +9,6 @@
 
 #include "host/ErrorBoundary.h"
 #include "host/StoreSession.h"
-#include "model/TextHelpers.h"
 #include "parameters/ParameterCatalogue.h"
 #include "parameters/ParameterLines.h"
 #include "parameters/PpDefIni.h"
