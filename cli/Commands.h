@@ -18,5 +18,7 @@ void addShowCommand(CLI::App& app);
 void addSetCommand(CLI::App& app);
 void addAddCommand(CLI::App& app);
 void addActionsCommand(CLI::App& app);
+void addExpertCommand(CLI::App& app);
+void addStrategyCommand(CLI::App& app);
 
 }  // namespace velk

@@ -54,4 +54,27 @@ const char* actionSectionName(bool afterTheOperation) {
     return afterTheOperation ? "Additional_2" : "Additional_1";
 }
 
+VelkApi::VelkObject objectOf(const VelkApi::SectionDictionary& section, const std::string& key) {
+    VelkApi::VelkObject object;
+    section.getValue(key, &object);
+    return object;
+}
+
+VelkApi::Action actionOf(const VelkApi::SectionDictionary& section, const std::string& key) {
+    VelkApi::Action action;
+    section.getValue(key, &action);
+    return action;
+}
+
+std::string entryText(const VelkApi::SectionDictionary& section, const std::string& key) {
+    switch (section.dataTypeOf(key)) {
+        case VelkApi::ValueDataType::VelkObject:
+            return describeObject(objectOf(section, key));
+        case VelkApi::ValueDataType::Action:
+            return describeAction(actionOf(section, key));
+        default:
+            return section.getValueAsString(key);
+    }
+}
+
 }  // namespace velk

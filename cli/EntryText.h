@@ -28,4 +28,12 @@ std::string describeAction(const VelkApi::Action& action);
 // The action section's name in the operation: "Additional_1" before, "Additional_2" after.
 const char* actionSectionName(bool afterTheOperation);
 
+// The object or the action an entry holds.
+VelkApi::VelkObject objectOf(const VelkApi::SectionDictionary& section, const std::string& key);
+VelkApi::Action actionOf(const VelkApi::SectionDictionary& section, const std::string& key);
+
+// An entry's value as velk shows it: an object or an action described, anything else as its
+// text.
+std::string entryText(const VelkApi::SectionDictionary& section, const std::string& key);
+
 }  // namespace velk

@@ -2,7 +2,13 @@
 
 #include <velkhost/OfflineHost.h>
 
+#include <cerrno>
+#include <charconv>
+#include <cstdlib>
+#include <iomanip>
 #include <iostream>
+
+#include "EntryText.h"
 
 namespace velk {
 
@@ -117,6 +123,40 @@ VelkApi::SectionDictionary& requireSection(const VelkApi::OperationBase& op,
         present += (present.empty() ? "" : ", ") + presentName;
     }
     throw CommandError("the operation has no section '" + name + "' (it has " + present + ")");
+}
+
+void printEntries(const VelkApi::SectionDictionary& section) {
+    std::vector<std::string> keys;
+    for (const std::string& key : section.readKeys(keys)) {
+        // A key too long for its column keeps a blank before the type.
+        std::cout << "  " << std::left << std::setw(31) << key << " " << std::setw(8)
+                  << dataTypeName(section.dataTypeOf(key)) << std::right
+                  << entryText(section, key) << "\n";
+    }
+}
+
+std::optional<int> parseWholeNumber(const std::string& text) {
+    int value = 0;
+    const char* end = text.data() + text.size();
+    const auto result = std::from_chars(text.data(), end, value);
+    if (text.empty() || result.ec != std::errc() || result.ptr != end) {
+        return std::nullopt;
+    }
+    return value;
+}
+
+std::optional<double> parseNumber(const std::string& text) {
+    std::string number = text;
+    for (char& c : number) {
+        c = c == ',' ? '.' : c;
+    }
+    char* end = nullptr;
+    errno = 0;
+    const double value = std::strtod(number.c_str(), &end);
+    if (number.empty() || *end != '\0' || errno == ERANGE) {
+        return std::nullopt;
+    }
+    return value;
 }
 
 std::vector<std::string> takeMessageBoxes() {

@@ -5,6 +5,7 @@
 #include <velkapi/MillDrillOperation.h>
 
 #include <memory>
+#include <optional>
 #include <stdexcept>
 #include <string>
 
@@ -43,6 +44,14 @@ std::vector<std::string> presentSections(const VelkApi::OperationBase& op);
 // The section of that name; throws CommandError naming the sections the operation has.
 VelkApi::SectionDictionary& requireSection(const VelkApi::OperationBase& op,
                                            const std::string& name);
+
+// Every key of a section, one a line: the key, its data type and its value as text.
+void printEntries(const VelkApi::SectionDictionary& section);
+
+// The whole text as a whole number (decimal), or none.
+std::optional<int> parseWholeNumber(const std::string& text);
+// The whole text as a number, "," accepted as the decimal point, or none.
+std::optional<double> parseNumber(const std::string& text);
 
 // Message boxes the library showed since the last call, as "caption: text" lines.
 std::vector<std::string> takeMessageBoxes();

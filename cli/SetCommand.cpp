@@ -4,9 +4,6 @@
 // another figure, point or object of the drawing by its text.
 #include <velkapi/MillDrillOperation.h>
 
-#include <cerrno>
-#include <charconv>
-#include <cstdlib>
 #include <functional>
 #include <iostream>
 #include <memory>
@@ -47,29 +44,19 @@ Assignment parseAssignment(const std::string& text) {
 }
 
 int parseInt(const Assignment& a) {
-    int value = 0;
-    const char* end = a.value.data() + a.value.size();
-    const auto result = std::from_chars(a.value.data(), end, value);
-    if (a.value.empty() || result.ec != std::errc() || result.ptr != end) {
-        throw CommandError(a.section + "." + a.key + " is an int, and '" + a.value +
-                           "' is not a whole number");
+    if (const std::optional<int> value = parseWholeNumber(a.value)) {
+        return *value;
     }
-    return value;
+    throw CommandError(a.section + "." + a.key + " is an int, and '" + a.value +
+                       "' is not a whole number");
 }
 
 double parseDouble(const Assignment& a) {
-    std::string text = a.value;
-    for (char& c : text) {
-        c = c == ',' ? '.' : c;
+    if (const std::optional<double> value = parseNumber(a.value)) {
+        return *value;
     }
-    char* end = nullptr;
-    errno = 0;
-    const double value = std::strtod(text.c_str(), &end);
-    if (text.empty() || *end != '\0' || errno == ERANGE) {
-        throw CommandError(a.section + "." + a.key + " is a double, and '" + a.value +
-                           "' is not a number");
-    }
-    return value;
+    throw CommandError(a.section + "." + a.key + " is a double, and '" + a.value +
+                       "' is not a number");
 }
 
 bool parseBool(const Assignment& a) {

@@ -6,7 +6,6 @@
 
 #include <nlohmann/json.hpp>
 
-#include <iomanip>
 #include <iostream>
 #include <memory>
 
@@ -33,29 +32,6 @@ std::vector<std::string> keysOf(const SectionDictionary& section) {
     std::vector<std::string> keys;
     section.readKeys(keys);
     return keys;
-}
-
-VelkApi::VelkObject objectOf(const SectionDictionary& section, const std::string& key) {
-    VelkApi::VelkObject object;
-    section.getValue(key, &object);
-    return object;
-}
-
-VelkApi::Action actionOf(const SectionDictionary& section, const std::string& key) {
-    VelkApi::Action action;
-    section.getValue(key, &action);
-    return action;
-}
-
-std::string shownValue(const SectionDictionary& section, const std::string& key) {
-    switch (section.dataTypeOf(key)) {
-        case ValueDataType::VelkObject:
-            return describeObject(objectOf(section, key));
-        case ValueDataType::Action:
-            return describeAction(actionOf(section, key));
-        default:
-            return section.getValueAsString(key);
-    }
 }
 
 nlohmann::ordered_json jsonValue(const SectionDictionary& section, const std::string& key) {
@@ -98,13 +74,8 @@ std::vector<std::string> chosenSections(const VelkApi::MillDrillOperation& op,
 
 void printText(const VelkApi::MillDrillOperation& op, const std::vector<std::string>& names) {
     for (const std::string& name : names) {
-        const SectionDictionary& section = *findSection(op, name);
         std::cout << "[" << name << "]\n";
-        for (const std::string& key : keysOf(section)) {
-            std::cout << "  " << std::left << std::setw(32) << key << std::setw(8)
-                      << dataTypeName(section.dataTypeOf(key)) << std::right
-                      << shownValue(section, key) << "\n";
-        }
+        printEntries(*findSection(op, name));
     }
 }
 

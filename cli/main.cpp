@@ -16,6 +16,8 @@ int main(int argc, char** argv) {
     velk::addSetCommand(app);
     velk::addAddCommand(app);
     velk::addActionsCommand(app);
+    velk::addExpertCommand(app);
+    velk::addStrategyCommand(app);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& e) {

@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds the velk tool and shows it at work on the example project:
 # list the operations of a store, show one operation, set parameters in a copy of the project
-# and show which store lines changed.
+# and show which store lines changed; show the operation's expert form and change a copy of the
+# machining-strategy settings file.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/install-deps.sh
@@ -28,4 +29,9 @@ run set "$copy" --store 1 --op 9 Parameter.w_depth=-25 Parameter.i_coolant=1 \
 echo
 echo "\$ diff -u $project $copy"
 diff -u "$project" "$copy" || true
+
+run expert "$project" --store 1 --op 9
+settings="$(dirname "$copy")/2dhighspeedrough.bin"
+cp examples/2dhighspeedrough.bin "$settings"
+run strategy "$settings" --set Infeed=3 --set RampAngle=1.5
 rm -r "$(dirname "$copy")"

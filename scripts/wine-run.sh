@@ -10,7 +10,8 @@
 #    is its "wineprefix" subfolder (or $VELKAPI_WINEPREFIX), made on first use.
 #  - Windows finds DLLs through PATH: it gets every --dll-folder (the compiler's runtime DLLs;
 #    without one, those of x86_64-w64-mingw32-g++-posix) and every folder of the build that holds
-#    a DLL (VelkApi.dll, MwApi.dll, ...).
+#    a DLL (VelkApi.dll, ...). MwApi.dll is left out: a program finds it next to itself, as an
+#    installation has it, and a program without it beside must not find it anywhere.
 #  - ARGUMENTS that are absolute paths of an existing file or folder (or of a file in an existing
 #    folder) are passed as paths on Wine's drive Z:, which maps the root folder.
 #  - --start keeps a Wine server and the prefix's background services running until --stop (or
@@ -110,7 +111,8 @@ for dir in "${dll_folders[@]}"; do
 done
 while IFS= read -r dir; do
   search+=("$(windows_path "$dir")")
-done < <(find "$build_dir" -path "$WINEPREFIX" -prune -o -name '*.dll' -printf '%h\n' | sort -u)
+done < <(find "$build_dir" -path "$WINEPREFIX" -prune -o -name '*.dll' ! -name MwApi.dll -printf '%h\n' |
+  sort -u)
 WINEPATH=$(IFS=';'; printf '%s' "${search[*]}")
 export WINEPATH
 

@@ -2,7 +2,9 @@
 #pragma once
 
 #include <velkapi/ActionSection.h>
+#include <velkapi/ExpertParameterSection.h>
 #include <velkapi/Export.h>
+#include <velkapi/GeolibWrapper.h>
 #include <velkapi/GeometrySection.h>
 #include <velkapi/HeaderSection.h>
 #include <velkapi/LogFile.h>

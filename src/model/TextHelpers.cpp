@@ -231,9 +231,9 @@ std::string trimNumber(std::string number) {
 
 namespace {
 
-std::string printNumber(double value, std::chars_format format) {
+std::string printNumber(double value, std::chars_format format, int precision = 6) {
     char buffer[400];
-    const auto result = std::to_chars(buffer, buffer + sizeof buffer, value, format, 6);
+    const auto result = std::to_chars(buffer, buffer + sizeof buffer, value, format, precision);
     return std::string(buffer, result.ptr);
 }
 
@@ -245,6 +245,10 @@ std::string general6(double value) {
 
 std::string fixed6(double value) {
     return printNumber(value, std::chars_format::fixed);
+}
+
+std::string fixed1(double value) {
+    return printNumber(value, std::chars_format::fixed, 1);
 }
 
 }  // namespace VelkApi::text

@@ -49,5 +49,6 @@ std::string trimNumber(std::string number);
 
 std::string general6(double value);  // "%g"
 std::string fixed6(double value);    // "%f"
+std::string fixed1(double value);    // "%.1f"
 
 }  // namespace VelkApi::text

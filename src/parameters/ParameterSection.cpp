@@ -9,9 +9,10 @@
 
 #include "host/ErrorBoundary.h"
 #include "host/StoreSession.h"
-#include "model/TextHelpers.h"
 #include "parameters/ParameterCatalogue.h"
+#include "parameters/ParameterLines.h"
 #include "parameters/PpDefIni.h"
+#include "parameters/SetupValues.h"
 
 namespace VelkApi {
 
@@ -19,85 +20,12 @@ using detail::guarded;
 
 namespace {
 
-// What the host reads as an empty text.
-constexpr const char* kEmptyText = "2147483647";
+// The record's layout: numbers from 300 on take the line before theirs.
+constexpr parameters::LineLayout kRecordLayout{2, true, false};
 
 // Until the host's setup values are read.
 constexpr double kSetupClearance = 0.42;
 constexpr double kSetupRetract = 4.2;
-
-// The bit an option entry owns in its option word; none for a bit outside 1..32.
-std::uint32_t bitMask(int bit) {
-    return bit >= 1 && bit <= 32 ? std::uint32_t{1} << (bit - 1) : 0;
-}
-
-bool isOptionOf(const SectionValue* entry, int number) {
-    return entry->getValueDataType() == ValueDataType::Bool && entry->getNr() == number;
-}
-
-// The value line an entry is written to: by hundreds up to 299; from 300 on the line of the
-// entry before it.
-int writeLineOf(int number, int previousLine) {
-    if (number < 100) {
-        return 0;
-    }
-    if (number < 200) {
-        return 1;
-    }
-    if (number < 300) {
-        return 2;
-    }
-    return previousLine;
-}
-
-// The text of one field, followed by its blank.
-std::string fieldText(const SectionValue& entry) {
-    switch (entry.getValueDataType()) {
-        case ValueDataType::Double: {
-            double value = 0.0;
-            entry.getValue(&value);
-            return text::general6(value) + " ";
-        }
-        case ValueDataType::Int: {
-            int value = 0;
-            entry.getValue(&value);
-            return std::to_string(value) + " ";
-        }
-        case ValueDataType::String: {
-            std::string value;
-            entry.getValue(&value);
-            return (value.empty() ? std::string(kEmptyText) : value) + " ";
-        }
-        default:
-            return "";
-    }
-}
-
-// One of the host's setup values into `target`; false, leaving `target`, when the host cannot
-// give it.
-bool readSetupValue(const char* name, double& target) {
-    double value = 0.0;
-    if (MacroExport::GetGlobalDoubleVar(name, value) == 0) {
-        return false;
-    }
-    target = value;
-    return true;
-}
-
-// The host's setup clearance and retract. The reads stop at the first value the host cannot
-// give; the values that stand are kept.
-void readSetupValues(double& setupClearance, double& setupRetract) {
-    bool read = false;
-    try {
-        read = readSetupValue("w_setup_cle", setupClearance) &&
-               readSetupValue("w_setup_ret", setupRetract);
-    } catch (...) {
-        read = false;
-    }
-    if (!read) {
-        LogFile::instance().trace("Error in ParameterSection - GetGlobalDoubleVar", false);
-    }
-}
 
 }  // namespace
 
@@ -131,7 +59,9 @@ void ParameterSection::Init(bool machineAware) {
                 MacroExport::GetGlobalIntVar("i_current_channel", channel);
                 yAxisAvailable = yAxisAvailable || machine.isYaxAvailable(channel);
             }
-            readSetupValues(setupClearance, setupRetract);
+            if (!parameters::readSetupValues(setupClearance, setupRetract)) {
+                LogFile::instance().trace("Error in ParameterSection - GetGlobalDoubleVar", false);
+            }
         }
 
         // Two lines (the name and one value line) unless the kind needs more.
@@ -221,37 +151,8 @@ void ParameterSection::writeToVDM(OperationBase* op) {
         if (lineCount < 1) {  // never initialised: there is no line layout to write
             throw std::length_error("the parameter section has no lines");
         }
-        std::vector<std::string> lines(static_cast<std::size_t>(lineCount - 1));
-
-        // Fields land in number order; the field position is not consulted, so the numbers of
-        // a line run 0, 1, 2, ... for the reader to find them.
-        const std::vector<SectionValue*> sorted = entriesByNumber();
-        int line = 0;
-        for (std::size_t i = 0; i < sorted.size();) {
-            const SectionValue& entry = *sorted[i];
-            line = writeLineOf(entry.getNr(), line);
-            std::string field;
-            std::size_t next = i + 1;
-            if (entry.getValueDataType() == ValueDataType::Bool) {
-                // The options of one word make one field; its bits wrap into the int's sign.
-                std::uint32_t word = 0;
-                for (next = i; next < sorted.size() && isOptionOf(sorted[next], entry.getNr());
-                     ++next) {
-                    bool set = false;
-                    sorted[next]->getValue(&set);
-                    if (set) {
-                        word += bitMask(sorted[next]->getBit());
-                    }
-                }
-                field = std::to_string(static_cast<std::int32_t>(word)) + " ";
-            } else {
-                field = fieldText(entry);
-            }
-            if (line < lineCount - 1) {
-                lines[static_cast<std::size_t>(line)] += field;
-            }
-            i = next;
-        }
+        const std::vector<std::string> lines = parameters::composeValueLines(
+            entriesByNumber(), static_cast<std::size_t>(lineCount - 1), kRecordLayout);
 
         MillTurnVdm& vdm = *op->getVDM();
         host::StoreSession session(vdm);
@@ -307,20 +208,13 @@ void ParameterSection::readRecord(MillTurnVdm& vdm, int number) {
 
     const std::size_t valueLines = lines.size() - 1;
     const std::vector<SectionValue*> sorted = entriesByNumber();
-    for (std::size_t i = 0; i < sorted.size();) {
-        SectionValue& entry = *sorted[i];
+    for (const parameters::Field& field : parameters::fieldsOf(sorted, kRecordLayout)) {
+        SectionValue& entry = *sorted[field.first];
+        // Reading goes by the number alone: an entry numbered 350 is read from line 3.
         const int nr = entry.getNr();
         const auto lineIndex = static_cast<long long>(nr / 100.0);
-        const auto field = static_cast<std::size_t>(nr % 100);
-        std::size_t next = i + 1;
-        if (entry.getValueDataType() == ValueDataType::Bool) {
-            next = i;
-            while (next < sorted.size() && isOptionOf(sorted[next], nr)) {
-                ++next;
-            }
-        }
+        const auto position = static_cast<std::size_t>(nr % 100);
         if (lineIndex < 0 || static_cast<std::size_t>(lineIndex) >= valueLines) {
-            i = next;
             continue;
         }
         const std::string& line = lines[static_cast<std::size_t>(lineIndex) + 1];
@@ -328,37 +222,32 @@ void ParameterSection::readRecord(MillTurnVdm& vdm, int number) {
             case ValueDataType::Double: {
                 double fallback = 0.0;
                 entry.getDefault(&fallback);
-                const double value = getDoubleFromLine(line, field, fallback);
+                const double value = getDoubleFromLine(line, position, fallback);
                 entry.setValue(&value);
                 break;
             }
             case ValueDataType::Int: {
                 int fallback = 0;
                 entry.getDefault(&fallback);
-                const int value = getIntFromLine(line, field, fallback);
+                const int value = getIntFromLine(line, position, fallback);
                 entry.setValue(&value);
                 break;
             }
             case ValueDataType::Bool: {
-                const auto word = static_cast<std::uint32_t>(getIntFromLine(line, field, 0));
-                for (std::size_t k = i; k < next; ++k) {
-                    const std::uint32_t mask = bitMask(sorted[k]->getBit());
-                    const bool set = mask != 0 && (word & mask) == mask;
-                    sorted[k]->setValue(&set);
-                }
+                const auto word = static_cast<std::uint32_t>(getIntFromLine(line, position, 0));
+                parameters::setOptionWord(sorted, field, word);
                 break;
             }
             case ValueDataType::String: {
                 std::string fallback;
                 entry.getDefault(&fallback);
-                const std::string value = getStringFromLine(line, field, fallback);
+                const std::string value = getStringFromLine(line, position, fallback);
                 entry.setValue(&value);
                 break;
             }
             default:
                 break;
         }
-        i = next;
     }
 }
 

@@ -4,12 +4,15 @@
 #   EXPECTED_EXIT        the exit code (default 0)
 #   EXPECTED             a file the standard output must equal byte for byte
 #   EXPECTED_ERROR       the first line of standard error
+#   EXPECTED_ERRORS      every line of standard error
 #   UNCHANGED            a file that must be byte for byte the same afterwards
+#   SAVED / SAVED_EXPECTED      a file the command saved, and a file it must equal byte for byte
+#   AGAIN_ARGS / AGAIN_EXPECTED arguments of a second run, and a file its output must equal
 #   SHOW_ARGS            arguments of a later `velk show ... --json` whose output
 #   JSON_CHECKS          "<json path>=<value>" items are checked against,
 #                        e.g. "sections:Parameter:w_depth:value=-25"
 # Lists are separated by "|", since ctest splits arguments at ";".
-foreach(list VELK ARGS SHOW_ARGS JSON_CHECKS)
+foreach(list VELK ARGS SHOW_ARGS JSON_CHECKS EXPECTED_ERRORS AGAIN_ARGS)
   if(DEFINED ${list})
     string(REPLACE "|" ";" ${list} "${${list}}")
   endif()
@@ -38,6 +41,31 @@ if(DEFINED EXPECTED_ERROR)
   if(NOT first_line STREQUAL EXPECTED_ERROR)
     message(FATAL_ERROR "error line '${first_line}', expected '${EXPECTED_ERROR}'")
   endif()
+endif()
+if(DEFINED EXPECTED_ERRORS)
+  string(REGEX REPLACE "\n$" "" errors "${err}")
+  string(REPLACE "\n" ";" errors "${errors}")
+  if(NOT errors STREQUAL EXPECTED_ERRORS)
+    message(FATAL_ERROR "standard error\n${err}\nexpected\n${EXPECTED_ERRORS}")
+  endif()
+endif()
+# Fails unless `text` is byte for byte the content of `expected_file`.
+function(expect_content what text expected_file)
+  file(READ ${expected_file} expected_text)
+  if(NOT text STREQUAL expected_text)
+    message(FATAL_ERROR "${what} differs from ${expected_file}:\n${text}")
+  endif()
+endfunction()
+if(DEFINED SAVED)
+  file(READ ${SAVED} saved)
+  expect_content(${SAVED} "${saved}" ${SAVED_EXPECTED})
+endif()
+if(DEFINED AGAIN_ARGS)
+  execute_process(COMMAND ${VELK} ${AGAIN_ARGS} RESULT_VARIABLE exit OUTPUT_VARIABLE again)
+  if(NOT exit EQUAL 0)
+    message(FATAL_ERROR "the second run ended with exit code ${exit}")
+  endif()
+  expect_content("the second run's output" "${again}" ${AGAIN_EXPECTED})
 endif()
 if(DEFINED UNCHANGED)
   file(SHA256 ${UNCHANGED} after)

@@ -16,34 +16,12 @@ using namespace VelkApi;
 using paramtest::OpenParameterSection;
 using paramtest::TestOperation;
 using paramtest::Texts;
+using paramtest::TraceLogWatch;
 using testsupport::ErrorLogWatch;
 
 namespace {
 
 constexpr const char* kFileBox = "File can not open for read";
-
-std::string fileContent(const std::string& path) {
-    std::ifstream in(path);
-    std::ostringstream text;
-    text << in.rdbuf();
-    return text.str();
-}
-
-// What the trace log receives while it is on (level 1).
-class TraceLogWatch {
-  public:
-    TraceLogWatch() : start(fileContent(LogFile::traceLogPath()).size()) {
-        LogFile::instance().setLevel(1);
-    }
-    ~TraceLogWatch() { LogFile::instance().setLevel(2); }
-    TraceLogWatch(const TraceLogWatch&) = delete;
-    TraceLogWatch& operator=(const TraceLogWatch&) = delete;
-
-    std::string appended() const { return fileContent(LogFile::traceLogPath()).substr(start); }
-
-  private:
-    std::size_t start;
-};
 
 class ParametersCatalogue : public paramtest::ParametersTest {
   protected:
@@ -253,10 +231,10 @@ TEST_F(ParametersCatalogue, AMissingSetupRetractKeepsTheClearanceThatWasRead) {
 
 TEST_F(ParametersCatalogue, TheTraceOfAMissingSetupValueIsSilentAtTheUsualLevel) {
     host().removeGlobal("w_setup_cle");
-    const std::size_t before = fileContent(LogFile::traceLogPath()).size();
+    const std::size_t before = testsupport::fileContent(LogFile::traceLogPath()).size();
     ErrorLogWatch log;
     initialised(MillDrillOperationType::POCKET, true, false);
-    EXPECT_EQ(fileContent(LogFile::traceLogPath()).size(), before);
+    EXPECT_EQ(testsupport::fileContent(LogFile::traceLogPath()).size(), before);
     EXPECT_TRUE(log.texts().empty());
 }
 

@@ -2,6 +2,8 @@
 // building blocks to the tests, and a fixture with a host whose "TURNDRIVENTOOLS" is set.
 #pragma once
 
+#include <velkapi/ExpertParameterSection.h>
+#include <velkapi/LogFile.h>
 #include <velkapi/OperationBase.h>
 #include <velkapi/ParameterSection.h>
 
@@ -38,6 +40,34 @@ class OpenParameterSection : public VelkApi::ParameterSection {
 
     void setLineCount(int count) { lineCount = count; }
     void setYaxAvailable(bool available) { yAxisAvailable = available; }
+};
+
+class OpenExpertSection : public VelkApi::ExpertParameterSection {
+  public:
+    explicit OpenExpertSection(VelkApi::MillDrillOperationType type)
+        : ExpertParameterSection(type) {}
+
+    using SectionDictionary::addIntParameter;
+    using SectionDictionary::entriesByNumber;
+    using SectionDictionary::findEntry;
+};
+
+// What the trace log receives while it is on (level 1).
+class TraceLogWatch {
+  public:
+    TraceLogWatch() : start(testsupport::fileContent(VelkApi::LogFile::traceLogPath()).size()) {
+        VelkApi::LogFile::instance().setLevel(1);
+    }
+    ~TraceLogWatch() { VelkApi::LogFile::instance().setLevel(2); }
+    TraceLogWatch(const TraceLogWatch&) = delete;
+    TraceLogWatch& operator=(const TraceLogWatch&) = delete;
+
+    std::string appended() const {
+        return testsupport::fileContent(VelkApi::LogFile::traceLogPath()).substr(start);
+    }
+
+  private:
+    std::size_t start;
 };
 
 class ParametersTest : public testsupport::HostTest {

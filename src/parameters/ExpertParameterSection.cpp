@@ -1,0 +1,300 @@
+#include <velkapi/ExpertParameterSection.h>
+#include <velkapi/LogFile.h>
+#include <velkapi/MacroExport.h>
+
+#include <charconv>
+#include <cstdint>
+#include <functional>
+#include <limits>
+#include <optional>
+#include <stdexcept>
+#include <utility>
+
+#include "host/ErrorBoundary.h"
+#include "model/TextHelpers.h"
+#include "parameters/ExpertCatalogue.h"
+#include "parameters/ParameterLines.h"
+#include "parameters/SetupValues.h"
+
+namespace VelkApi {
+
+using detail::guarded;
+
+namespace {
+
+// Numbers 300 to 399 have a line of their own; options are written unsigned, texts with blanks
+// in quotes.
+constexpr parameters::LineLayout kExpertLayout{3, false, true};
+
+constexpr int kIntUnset = 2147483647;
+constexpr double kDoubleUnset = 2147483647.0;
+
+// "Error in ExpertParameterSection::<operation>() => <reason>".
+auto failureOf(const char* operation) {
+    return [operation](const char* reason) {
+        return std::string("Error in ExpertParameterSection::") + operation + "() => " + reason;
+    };
+}
+
+// The next field of `line` from `pos`: a run of non-blank characters, or a text in single
+// quotes. False when the line has no further field.
+bool nextField(const std::string& line, std::size_t& pos, std::string& field) {
+    text::skipBlanks(line, pos);
+    if (pos >= line.size()) {
+        return false;
+    }
+    if (line[pos] == '\'') {
+        const std::size_t close = line.find('\'', pos + 1);
+        if (close == std::string::npos) {
+            throw std::invalid_argument("a text in quotes without its closing quote");
+        }
+        field = line.substr(pos + 1, close - pos - 1);
+        pos = close + 1;
+        return true;
+    }
+    const std::size_t begin = pos;
+    while (pos < line.size() && !text::isBlank(line[pos])) {
+        ++pos;
+    }
+    field = line.substr(begin, pos - begin);
+    return true;
+}
+
+// Objects and actions have no field.
+bool isWritten(const SectionValue& entry) {
+    switch (entry.getValueDataType()) {
+        case ValueDataType::Bool:
+        case ValueDataType::Int:
+        case ValueDataType::Double:
+        case ValueDataType::String:
+            return true;
+        default:
+            return false;
+    }
+}
+
+[[noreturn]] void doesNotFit(const std::string& field, const SectionValue& entry,
+                             const char* what) {
+    throw std::invalid_argument("'" + field + "' is not " + what + " for " + entry.getName());
+}
+
+int wholeNumber(const std::string& field, const SectionValue& entry) {
+    int value = 0;
+    if (field.empty() || text::toInt(field, value) != field.size()) {
+        doesNotFit(field, entry, "a whole number");
+    }
+    return value;
+}
+
+double number(std::string field, const SectionValue& entry) {
+    for (char& c : field) {
+        c = c == ',' ? '.' : c;
+    }
+    double value = 0.0;
+    if (field.empty() || text::toDouble(field, value) != field.size()) {
+        doesNotFit(field, entry, "a number");
+    }
+    return value;
+}
+
+// An option word: 32 bits, written unsigned; the signed form of the record reads as well.
+std::uint32_t parsedOptionWord(const std::string& field, const SectionValue& entry) {
+    long long value = 0;
+    const char* end = field.data() + field.size();
+    const auto result = std::from_chars(field.data(), end, value);
+    const bool fits = value >= std::numeric_limits<std::int32_t>::min() &&
+                      value <= std::numeric_limits<std::uint32_t>::max();
+    if (result.ec != std::errc() || result.ptr != end || !fits) {
+        doesNotFit(field, entry, "an option word");
+    }
+    return static_cast<std::uint32_t>(value);
+}
+
+// The text of a plain entry's value; empty for a value that is not set; none for an entry that
+// holds no number or text.
+std::optional<std::string> plainText(const ParameterSection& plain, const std::string& name) {
+    switch (plain.dataTypeOf(name)) {
+        case ValueDataType::Int: {
+            const int value = plain.getInt(name);
+            return value == kIntUnset ? "" : std::to_string(value);
+        }
+        case ValueDataType::Double: {
+            const double value = plain.getDouble(name);
+            return value == kDoubleUnset ? "" : text::general6(value);
+        }
+        case ValueDataType::String: {
+            const std::string value = plain.getString(name);
+            return value == parameters::kEmptyText ? "" : value;
+        }
+        default:
+            return std::nullopt;
+    }
+}
+
+// `entry` takes the value of the plain entry `name`, where the two hold the same kind of value
+// or the entry holds text.
+void takeValue(SectionValue& entry, const ParameterSection& plain, const std::string& name) {
+    const ValueDataType kind = entry.getValueDataType();
+    if (kind == ValueDataType::String) {
+        if (const std::optional<std::string> value = plainText(plain, name)) {
+            entry.setValue(&*value);
+        }
+        return;
+    }
+    if (plain.dataTypeOf(name) != kind) {
+        return;
+    }
+    switch (kind) {
+        case ValueDataType::Int: {
+            const int value = plain.getInt(name);
+            entry.setValue(&value);
+            break;
+        }
+        case ValueDataType::Double: {
+            const double value = plain.getDouble(name);
+            entry.setValue(&value);
+            break;
+        }
+        case ValueDataType::Bool: {
+            const bool value = plain.getBool(name);
+            entry.setValue(&value);
+            break;
+        }
+        default:
+            break;
+    }
+}
+
+}  // namespace
+
+ExpertParameterSection::ExpertParameterSection(MillDrillOperationType type)
+    : ParameterSection(type, 2) {}
+
+ExpertParameterSection::~ExpertParameterSection() = default;
+
+void ExpertParameterSection::writeToVDM(OperationBase*) {}
+
+void ExpertParameterSection::readFromVDM(OperationBase*) {}
+
+void ExpertParameterSection::Init(bool) {
+    Init();
+}
+
+void ExpertParameterSection::Init() {
+    guarded("Error in ExpertParameterSection()", [&] {
+        catalogue::ExpertHostTexts host{"2", "2", ""};
+        MacroExport::GetGlobalStrVar("$_project", host.project);
+        double clearance = 0.0;
+        double retract = 0.0;
+        if (parameters::readSetupValues(clearance, retract)) {
+            host.clearance = text::fixed1(clearance);
+            host.retract = text::fixed1(retract);
+        } else {
+            LogFile::instance().trace("Error in ExpertParameterSection - GetGlobalDoubleVar",
+                                      false);
+        }
+
+        for (const catalogue::ExpertEntry& entry :
+             catalogue::expertCatalogueOf(operationType, host)) {
+            const std::string fallback = entry.text.value_or("");
+            switch (entry.kind) {
+                case catalogue::ExpertKind::Int:
+                    addIntParameter(entry.number, entry.name, entry.integer);
+                    break;
+                case catalogue::ExpertKind::Text:
+                    addStringParameter(entry.number, entry.name, fallback);
+                    break;
+                case catalogue::ExpertKind::AxisText:
+                    addStringAxisParameter(entry.number, entry.name, fallback);
+                    break;
+                case catalogue::ExpertKind::Option:
+                    addBoolParameter(entry.number, entry.bit, entry.name, entry.option, false);
+                    break;
+            }
+        }
+        lineCount =
+            parameters::linesHolding(parameters::fieldsOf(entriesByNumber(), kExpertLayout));
+    });
+}
+
+ValueDataType ExpertParameterSection::getValueDataType(const std::string& key) {
+    return guarded(ValueDataType::None, "Error in ExpertParameterSection::getValueDataType()", [&] {
+        const SectionValue* entry = findEntry(key);
+        return entry != nullptr ? entry->getValueDataType() : ValueDataType::None;
+    });
+}
+
+void ExpertParameterSection::writeToStrings(std::vector<std::string>& lines) {
+    guarded(failureOf("writeToStrings"), [&] {
+        if (lines.empty()) {
+            return;
+        }
+        std::vector<std::string> written =
+            parameters::composeValueLines(entriesByNumber(), lines.size() - 1, kExpertLayout);
+        written.insert(written.begin(), operationTypeName);
+        lines = std::move(written);
+    });
+}
+
+void ExpertParameterSection::readFromStrings(const std::vector<std::string>& lines) {
+    const bool profileOrSlot = operationType == MillDrillOperationType::PROFILE ||
+                               operationType == MillDrillOperationType::SLOT;
+    const char* failure =
+        profileOrSlot ? "Error in ExpertParameterSection::readFromStrings()  Profile or Slot"
+                      : "Error in ExpertParameterSection::readFromStrings()";
+    guarded(failure, [&] {
+        if (lines.empty()) {
+            return;
+        }
+        // Every field is read before any entry changes.
+        std::vector<std::function<void()>> assignments;
+        std::vector<std::size_t> positions(lines.size(), 0);
+        const std::vector<SectionValue*> sorted = entriesByNumber();
+        for (const parameters::Field& field : parameters::fieldsOf(sorted, kExpertLayout)) {
+            SectionValue* entry = sorted[field.first];
+            const auto lineIndex = static_cast<std::size_t>(field.line) + 1;
+            std::string text;
+            if (!isWritten(*entry) || field.line < 0 || lineIndex >= lines.size() ||
+                !nextField(lines[lineIndex], positions[lineIndex], text)) {
+                continue;
+            }
+            switch (entry->getValueDataType()) {
+                case ValueDataType::Bool:
+                    assignments.push_back([&sorted, field, word = parsedOptionWord(text, *entry)] {
+                        parameters::setOptionWord(sorted, field, word);
+                    });
+                    break;
+                case ValueDataType::Int:
+                    assignments.push_back(
+                        [entry, value = wholeNumber(text, *entry)] { entry->setValue(&value); });
+                    break;
+                case ValueDataType::Double:
+                    assignments.push_back(
+                        [entry, value = number(text, *entry)] { entry->setValue(&value); });
+                    break;
+                case ValueDataType::String:
+                    if (text == parameters::kEmptyText) {
+                        text.clear();
+                    }
+                    assignments.push_back([entry, text] { entry->setValue(&text); });
+                    break;
+                default:
+                    break;
+            }
+        }
+        operationTypeName = lines.front();
+        for (const auto& assign : assignments) {
+            assign();
+        }
+    });
+}
+
+void ExpertParameterSection::readFromParameters(const ParameterSection& parameters) {
+    guarded(failureOf("readFromParameters"), [&] {
+        for (SectionValue* entry : entriesByNumber()) {
+            takeValue(*entry, parameters, catalogue::plainNameOf(operationType, entry->getName()));
+        }
+    });
+}
+
+}  // namespace VelkApi

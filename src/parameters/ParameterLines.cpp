@@ -1,0 +1,139 @@
+#include "parameters/ParameterLines.h"
+
+#include <algorithm>
+#include <optional>
+#include <stdexcept>
+
+#include "model/TextHelpers.h"
+
+namespace VelkApi::parameters {
+
+namespace {
+
+// The bit an option entry owns in its option word; none for a bit outside 1..32.
+std::uint32_t bitMask(int bit) {
+    return bit >= 1 && bit <= 32 ? std::uint32_t{1} << (bit - 1) : 0;
+}
+
+bool isOptionOf(const SectionValue* entry, int number) {
+    return entry->getValueDataType() == ValueDataType::Bool && entry->getNr() == number;
+}
+
+int lineOf(int number, int previousLine, int lastNumberedLine) {
+    const int line = number < 100 ? 0 : number / 100;
+    return line <= lastNumberedLine ? line : previousLine;
+}
+
+// A text as one field: as it is, or in single quotes where it holds white space or starts with
+// a quote, so that it reads back whole. Such a text cannot hold a quote itself.
+std::string textField(const SectionValue& entry, const std::string& value, bool quote) {
+    if (value.empty()) {
+        return kEmptyText;
+    }
+    const bool hasBlank = std::any_of(value.begin(), value.end(), text::isBlank);
+    if (!quote || (!hasBlank && value.front() != '\'')) {
+        return value;
+    }
+    if (value.find('\'') != std::string::npos) {
+        throw std::invalid_argument("the text of " + entry.getName() + ", \"" + value +
+                                    "\", holds a quote and would need quotes");
+    }
+    return "'" + value + "'";
+}
+
+// The sum of 2^(bit-1) over the true bits of an option group.
+std::uint32_t optionWord(const std::vector<SectionValue*>& sorted, const Field& field) {
+    std::uint32_t word = 0;
+    for (std::size_t i = field.first; i < field.end; ++i) {
+        bool set = false;
+        sorted[i]->getValue(&set);
+        if (set) {
+            word += bitMask(sorted[i]->getBit());
+        }
+    }
+    return word;
+}
+
+// The text of one field; none for entries that are not written.
+std::optional<std::string> fieldText(const std::vector<SectionValue*>& sorted, const Field& field,
+                                     const LineLayout& layout) {
+    const SectionValue& entry = *sorted[field.first];
+    switch (entry.getValueDataType()) {
+        case ValueDataType::Bool: {
+            const std::uint32_t word = optionWord(sorted, field);
+            // The bits of a full word wrap into the sign of the host's int.
+            return layout.signedOptionWords ? std::to_string(static_cast<std::int32_t>(word))
+                                            : std::to_string(word);
+        }
+        case ValueDataType::Double: {
+            double value = 0.0;
+            entry.getValue(&value);
+            return text::general6(value);
+        }
+        case ValueDataType::Int: {
+            int value = 0;
+            entry.getValue(&value);
+            return std::to_string(value);
+        }
+        case ValueDataType::String: {
+            std::string value;
+            entry.getValue(&value);
+            return textField(entry, value, layout.quoteTextsWithBlanks);
+        }
+        default:
+            return std::nullopt;
+    }
+}
+
+}  // namespace
+
+std::vector<Field> fieldsOf(const std::vector<SectionValue*>& sorted, const LineLayout& layout) {
+    std::vector<Field> fields;
+    int line = 0;
+    for (std::size_t first = 0; first < sorted.size();) {
+        const int number = sorted[first]->getNr();
+        std::size_t end = first + 1;
+        if (sorted[first]->getValueDataType() == ValueDataType::Bool) {
+            while (end < sorted.size() && isOptionOf(sorted[end], number)) {
+                ++end;
+            }
+        }
+        line = lineOf(number, line, layout.lastNumberedLine);
+        fields.push_back({first, end, line});
+        first = end;
+    }
+    return fields;
+}
+
+std::vector<std::string> composeValueLines(const std::vector<SectionValue*>& sorted,
+                                           std::size_t count, const LineLayout& layout) {
+    std::vector<std::string> lines(count);
+    for (const Field& field : fieldsOf(sorted, layout)) {
+        if (field.line < 0 || static_cast<std::size_t>(field.line) >= count) {
+            continue;
+        }
+        if (const std::optional<std::string> text = fieldText(sorted, field, layout)) {
+            lines[static_cast<std::size_t>(field.line)] += *text + " ";
+        }
+    }
+    return lines;
+}
+
+int linesHolding(const std::vector<Field>& fields) {
+    int lastLine = 0;
+    for (const Field& field : fields) {
+        lastLine = std::max(lastLine, field.line);
+    }
+    return lastLine + 2;
+}
+
+void setOptionWord(const std::vector<SectionValue*>& sorted, const Field& field,
+                   std::uint32_t word) {
+    for (std::size_t i = field.first; i < field.end; ++i) {
+        const std::uint32_t mask = bitMask(sorted[i]->getBit());
+        const bool set = mask != 0 && (word & mask) == mask;
+        sorted[i]->setValue(&set);
+    }
+}
+
+}  // namespace VelkApi::parameters

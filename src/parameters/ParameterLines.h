@@ -1,0 +1,50 @@
+// The value lines of a parameter section, shared by the record form (ParameterSection) and the
+// text form (ExpertParameterSection).
+//
+// The entries are taken in number order. An entry numbered n lies on value line n / 100 up to
+// the layout's last numbered line; beyond it, on the line of the entry before it. Its field is
+// the next one of that line: the field position n % 100 is not consulted. Option bits that share
+// a number, one after the other, make one field: the sum of 2^(bit-1) over their true bits.
+// Every field is followed by one blank.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include <velkapi/SectionValue.h>
+
+namespace VelkApi::parameters {
+
+// The field of an empty text, which the host reads as "not set".
+constexpr const char* kEmptyText = "2147483647";
+
+struct LineLayout {
+    int lastNumberedLine;       // from 100 * (this + 1) on, the line of the entry before
+    bool signedOptionWords;     // an option word of 32 bits written as a signed or unsigned int
+    bool quoteTextsWithBlanks;  // a text holding white space written in single quotes
+};
+
+// One field: the entry sorted[first], or the option group sorted[first] .. sorted[end - 1].
+struct Field {
+    std::size_t first;
+    std::size_t end;
+    int line;
+};
+
+// The fields of entries sorted by number, in order.
+std::vector<Field> fieldsOf(const std::vector<SectionValue*>& sorted, const LineLayout& layout);
+
+// Value lines 0 .. count - 1 of the entries sorted by number; fields of later lines are left out.
+std::vector<std::string> composeValueLines(const std::vector<SectionValue*>& sorted,
+                                           std::size_t count, const LineLayout& layout);
+
+// The number of lines, the name line included, that hold every field.
+int linesHolding(const std::vector<Field>& fields);
+
+// Each option entry of a group becomes true exactly when its bit is set in `word`.
+void setOptionWord(const std::vector<SectionValue*>& sorted, const Field& field,
+                   std::uint32_t word);
+
+}  // namespace VelkApi::parameters
