@@ -1,6 +1,7 @@
 // The whole VelkApi interface.
 #pragma once
 
+#include <velkapi/ExpertToolSection.h>
 #include <velkapi/Export.h>
 #include <velkapi/HeaderSection.h>
 #include <velkapi/LogFile.h>
@@ -14,4 +15,7 @@
 #include <velkapi/ParameterSection.h>
 #include <velkapi/SectionDictionary.h>
 #include <velkapi/SectionValue.h>
+#include <velkapi/ToolList.h>
+#include <velkapi/ToolSection.h>
+#include <velkapi/TurnToolSection.h>
 #include <velkapi/Value.h>
