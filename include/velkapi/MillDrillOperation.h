@@ -10,6 +10,7 @@
 #include <velkapi/MessageSection.h>
 #include <velkapi/OperationBase.h>
 #include <velkapi/ParameterSection.h>
+#include <velkapi/ToolSection.h>
 
 namespace VelkApi {
 
@@ -37,6 +38,9 @@ class VELKAPI_EXPORT MillDrillOperation : public OperationBase {
     HeaderSection* getHeaderSection() const { return header; }
     MessageSection* getMessageSection() const { return message; }
     ParameterSection* getParameterSection() const { return parameter; }
+    // A MillToolSection, or a TurnToolSection with turning-driven tools; null for an unknown
+    // kind.
+    ToolSection* getToolSection() const { return tool; }
 
   protected:
     ParameterSection* createParameterSection(const MillDrillOperationType& kind);
@@ -45,9 +49,12 @@ class VELKAPI_EXPORT MillDrillOperation : public OperationBase {
     HeaderSection* header = nullptr;
     ParameterSection* parameter = nullptr;
     MessageSection* message = nullptr;
+    ToolSection* tool = nullptr;
 
   private:
     void setup();
+    // The tool section of the operation's kind and tool setting; null for an unknown kind.
+    std::shared_ptr<ToolSection> createToolSection();
     bool hasStoredSections() const;
 };
 

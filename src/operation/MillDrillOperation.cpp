@@ -1,4 +1,5 @@
 #include <velkapi/MillDrillOperation.h>
+#include <velkapi/TurnToolSection.h>
 
 #include <algorithm>
 
@@ -13,6 +14,7 @@ namespace {
 
 // The sections' numbers in the store.
 constexpr int kMessageSectionNr = 0;
+constexpr int kToolSectionNr = 1;
 constexpr int kParameterSectionNr = 2;
 constexpr int kStandardSteps = 6;
 
@@ -85,6 +87,7 @@ void MillDrillOperation::setup() {
         header = nullptr;
         parameter = nullptr;
         message = nullptr;
+        tool = nullptr;
 
         auto headerSection = std::make_shared<HeaderSection>();
         header = headerSection.get();
@@ -101,9 +104,7 @@ void MillDrillOperation::setup() {
                 }
                 case 2:
                     // An operation of unknown kind holds the name without a tool section.
-                    if (operationType == Kind::Unknown) {
-                        enterSection("ToolData", nullptr);
-                    }
+                    enterSection("ToolData", createToolSection());
                     break;
                 case 3:
                     if (operationType != Kind::Unknown && createParameterSection(operationType)) {
@@ -115,6 +116,20 @@ void MillDrillOperation::setup() {
             }
         }
     });
+}
+
+std::shared_ptr<ToolSection> MillDrillOperation::createToolSection() {
+    if (operationType == Kind::Unknown) {
+        return nullptr;
+    }
+    std::shared_ptr<ToolSection> section;
+    if (isTurn()) {
+        section = std::make_shared<TurnToolSection>(kToolSectionNr);
+    } else {
+        section = std::make_shared<MillToolSection>(kToolSectionNr);
+    }
+    tool = section.get();
+    return section;
 }
 
 ParameterSection* MillDrillOperation::createParameterSection(const MillDrillOperationType& kind) {

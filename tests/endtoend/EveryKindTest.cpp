@@ -9,6 +9,7 @@
 #include <sstream>
 
 #include "HostFixture.h"
+#include "ToolRecordLines.h"
 
 using namespace VelkApi;
 using Kind = MillDrillOperationType;
@@ -139,10 +140,13 @@ TEST_P(EveryKindTest, ReadEditWriteGivesTheExactLines) {
     host().setGlobal("w_setup_ret", 4.2);
 
     const auto header = [&] {
-        return std::to_string(millDrillOperationTypeToVelk(c.kind)) + " 1 3 1 0 " +
+        return std::to_string(millDrillOperationTypeToVelk(c.kind)) + " 1 3 1 19 " +
                std::to_string(expected.lineCount);
     };
-    velkhost::Record record = {header(), "Before", expected.name};
+    Lines toolRecord = testsupport::filledToolRecord();
+    velkhost::Record record = {header(), "Before"};
+    record.insert(record.end(), toolRecord.begin(), toolRecord.end());
+    record.push_back(expected.name);
     for (const std::string& line : valueLines(expected)) {
         record.push_back(line);
     }
@@ -152,6 +156,9 @@ TEST_P(EveryKindTest, ReadEditWriteGivesTheExactLines) {
     ASSERT_EQ(op.getOperationType(), c.kind);
     op.readFromVDM();
     ParameterSection& parameters = *op.getParameterSection();
+    ToolSection& tool = *op.getToolSection();
+    EXPECT_EQ(tool.getDouble("w_t_diam"), 10.0);
+    EXPECT_EQ(tool.getString("$_t_comment"), " keep  the blanks ");
 
     // Every written entry reads back as the value its field holds.
     for (const Row& row : expected.rows) {
@@ -170,8 +177,10 @@ TEST_P(EveryKindTest, ReadEditWriteGivesTheExactLines) {
 
     growAfterReading(c.kind, expected);
 
-    // One edit of every data type the kind has.
+    // One edit of every data type the kind has, and of the tool record.
     op.getMessageSection()->setString("0", "After");
+    tool.setDouble("w_t_diam", 12.5);
+    toolRecord[1].replace(0, 2, "12.5");
     bool editedInt = false, editedDouble = false, editedOption = false, editedText = false;
     for (Row& row : expected.rows) {
         if (row.kind == "int" && !editedInt) {
@@ -198,7 +207,9 @@ TEST_P(EveryKindTest, ReadEditWriteGivesTheExactLines) {
     }
     op.writeToVDM();
 
-    velkhost::Record after = {header(), "After", expected.name};
+    velkhost::Record after = {header(), "After"};
+    after.insert(after.end(), toolRecord.begin(), toolRecord.end());
+    after.push_back(expected.name);
     for (const std::string& line : valueLines(expected)) {
         after.push_back(line);
     }
@@ -249,8 +260,11 @@ TEST_F(EveryKindTest, FiveAxisFirstLineMovesOnePlaceOnEveryRoundTrip) {
     EXPECT_EQ(parameters.getDouble("w_area_toler"), 2147483647.0);
     EXPECT_EQ(parameters.getString("$_info"), "*Info");
     op.writeToVDM();
-    EXPECT_EQ(host().lines(7, 3),
-              (Lines{"64 1 3 1 0 3", "Swarf", "MILL_5AX",
-                     "2 3 4 5 6 7 8 9 10.5 11.5 12 13 14 15.5 16.5 17.5 18 19 2.14748e+09 ",
-                     "*Info 3 0 0 0 0 0 "}));
+    Lines after = {"64 1 3 1 19 3", "Swarf"};
+    const Lines& fresh = testsupport::freshToolRecord();
+    after.insert(after.end(), fresh.begin(), fresh.end());
+    after.insert(after.end(),
+                 {"MILL_5AX", "2 3 4 5 6 7 8 9 10.5 11.5 12 13 14 15.5 16.5 17.5 18 19 2.14748e+09 ",
+                  "*Info 3 0 0 0 0 0 "});
+    EXPECT_EQ(host().lines(7, 3), after);
 }
