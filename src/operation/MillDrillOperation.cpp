@@ -102,10 +102,13 @@ void MillDrillOperation::setup() {
                     enterSection("Message", messageSection);
                     break;
                 }
-                case 2:
+                case 2: {
                     // An operation of unknown kind holds the name without a tool section.
-                    enterSection("ToolData", createToolSection());
+                    auto toolSection = createToolSection();
+                    enterSection("ToolData", toolSection);
+                    tool = toolSection.get();
                     break;
+                }
                 case 3:
                     if (operationType != Kind::Unknown && createParameterSection(operationType)) {
                         parameter->Init(isTurn());
@@ -122,14 +125,10 @@ std::shared_ptr<ToolSection> MillDrillOperation::createToolSection() {
     if (operationType == Kind::Unknown) {
         return nullptr;
     }
-    std::shared_ptr<ToolSection> section;
     if (isTurn()) {
-        section = std::make_shared<TurnToolSection>(kToolSectionNr);
-    } else {
-        section = std::make_shared<MillToolSection>(kToolSectionNr);
+        return std::make_shared<TurnToolSection>(kToolSectionNr);
     }
-    tool = section.get();
-    return section;
+    return std::make_shared<MillToolSection>(kToolSectionNr);
 }
 
 ParameterSection* MillDrillOperation::createParameterSection(const MillDrillOperationType& kind) {

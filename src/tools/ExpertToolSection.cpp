@@ -57,8 +57,8 @@ void ExpertToolSection::readFromVars() {
             this, {bin, val, tur_val},
             [&](const std::string& name) {
                 if (const auto value = tools::readHostVariable(name)) {
-                    setString(name, std::visit([](const auto& held) { return textOf(held); },
-                                               *value));
+                    setString(name,
+                              std::visit([](const auto& held) { return textOf(held); }, *value));
                 }
             },
             [&](const char* array, auto& elements) {

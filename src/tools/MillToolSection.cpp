@@ -65,19 +65,26 @@ tools::HostValue hostValueOf(const SectionDictionary& section, const std::string
     }
 }
 
-// One value of a stored line, followed by the blank that separates it from the next.
-std::string fieldText(const SectionDictionary& section, const std::string& name, bool last) {
+// One value of a stored line, by the entry's data type, followed by the blank that separates it
+// from the next.
+std::string fieldText(const SectionValue& entry, bool last) {
     std::string text;
-    switch (section.dataTypeOf(name)) {
+    switch (entry.getValueDataType()) {
         case ValueDataType::None:
-        case ValueDataType::Double:
-            text = text::general6(section.getDouble(name));
+        case ValueDataType::Double: {
+            double value = 0.0;
+            entry.getValue(&value);
+            text = text::general6(value);
             break;
-        case ValueDataType::Int:
-            text = std::to_string(section.getInt(name));
+        }
+        case ValueDataType::Int: {
+            int value = 0;
+            entry.getValue(&value);
+            text = std::to_string(value);
             break;
+        }
         case ValueDataType::String:
-            text = section.getString(name);
+            entry.getValue(&text);
             break;
         default:  // an option bit has no place in the tool record
             return "";
@@ -123,8 +130,8 @@ void MillToolSection::write(OperationBase* op) {
     guarded("Error in ToolSection::write(VelkApi::MillTurnVdm * vdm)", [&] {
         std::vector<std::string> record(LINESCOUNT);
         tools::forEachName([&](int line, int slot, const std::string& name) {
-            if (existsKey(name)) {
-                record[line] += fieldText(*this, name, slot == lineslen[line] - 1);
+            if (const SectionValue* entry = findEntry(name)) {
+                record[line] += fieldText(*entry, slot == lineslen[line] - 1);
             }
         });
         tools::writeToolLines(*op->getVDM(), op->getNumber(), sectionNr, record);

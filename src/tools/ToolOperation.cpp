@@ -16,15 +16,16 @@ constexpr int kToolSectionNr = 1;
 
 ToolOperation::ToolOperation(int store, int nr) : OperationBase(store, nr) {
     guarded("Error in ToolOperation::ToolOperation()", [&] {
+        // Each pointer is kept once its section is entered, so that none outlives its section.
         auto headerSection = std::make_shared<HeaderSection>();
-        header = headerSection.get();
         enterSection("Header", headerSection);
+        header = headerSection.get();
         auto messageSection = std::make_shared<MessageSection>(kMessageSectionNr);
-        message = messageSection.get();
         enterSection("Message", messageSection);
+        message = messageSection.get();
         auto toolSection = std::make_shared<MillToolSection>(kToolSectionNr);
-        tool = toolSection.get();
         enterSection("ToolData", toolSection);
+        tool = toolSection.get();
     });
 }
 

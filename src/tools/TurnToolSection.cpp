@@ -32,9 +32,8 @@ void TurnToolSection::readFromVDM(OperationBase* op) {
 }
 
 void TurnToolSection::write(OperationBase* op) {
-    guarded("Error in TurnToolSection::write(VelkApi::MillTurnVdm * vdm)", [&] {
-        tools::writeToolLines(*op->getVDM(), op->getNumber(), sectionNr, {""});
-    });
+    guarded("Error in TurnToolSection::write(VelkApi::MillTurnVdm * vdm)",
+            [&] { tools::writeToolLines(*op->getVDM(), op->getNumber(), sectionNr, {""}); });
 }
 
 void TurnToolSection::read(OperationBase* op) {
