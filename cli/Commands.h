@@ -17,5 +17,6 @@ void addOpsCommand(CLI::App& app);
 void addShowCommand(CLI::App& app);
 void addSetCommand(CLI::App& app);
 void addAddCommand(CLI::App& app);
+void addToolsCommand(CLI::App& app);
 
 }  // namespace velk

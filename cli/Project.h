@@ -4,6 +4,7 @@
 
 #include <velkapi/MillDrillOperation.h>
 
+#include <functional>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -48,8 +49,10 @@ VelkApi::SectionDictionary& requireSection(const VelkApi::OperationBase& op,
 std::vector<std::string> takeMessageBoxes();
 // Prints the message boxes shown since the last call to stderr, as host messages.
 void reportHostMessages();
-// Writes the operation back; a message box shown meanwhile means the host refused part of the
-// write, which throws CommandError before anything is saved.
+// Runs `write`; a message box shown meanwhile means the host refused part of the write, which
+// throws CommandError before anything is saved.
+void writeToHost(const std::function<void()>& write);
+// Writes the operation back, as writeToHost.
 void writeOperation(VelkApi::MillDrillOperation& op);
 
 }  // namespace velk

@@ -2,6 +2,7 @@
 // library, writes it back and saves the project. Every assignment is checked before anything
 // is written; on any error the project file stays untouched.
 #include <velkapi/MillDrillOperation.h>
+#include <velkapi/TurnToolSection.h>
 
 #include <cerrno>
 #include <charconv>
@@ -87,6 +88,11 @@ std::function<void()> prepare(VelkApi::MillDrillOperation& op, const Assignment&
         throw CommandError("the Header section is read-only: it follows from the other sections");
     }
     SectionDictionary& section = requireSection(op, a.section);
+    if (dynamic_cast<VelkApi::TurnToolSection*>(&section) != nullptr) {
+        throw CommandError(
+            "the operation has turning-driven tools: its ToolData section holds no tool "
+            "parameters");
+    }
     if (!section.existsKey(a.key)) {
         throw CommandError("section " + a.section + " has no key '" + a.key + "'");
     }

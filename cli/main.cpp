@@ -15,6 +15,7 @@ int main(int argc, char** argv) {
     velk::addShowCommand(app);
     velk::addSetCommand(app);
     velk::addAddCommand(app);
+    velk::addToolsCommand(app);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& e) {
