@@ -144,12 +144,11 @@ TEST_F(ExpertToolSectionTest, ItsScratchArraysAreItsOwn) {
 TEST_F(ExpertToolSectionTest, NeitherStoreNorHostIsWritten) {
     declareToolVariables();
     storeTool(2, testsupport::filledToolRecord());
-    ToolOperation record(2, 1);
     host().resetCallCounts();
     ExpertToolSection tool(1);
     tool.setString("w_t_diam", "6");
-    tool.readFromVDM(&record);
-    tool.writeToVDM(&record);
+    tool.readFromVDM(toolRecord.get());
+    tool.writeToVDM(toolRecord.get());
     tool.writeToVars();
     tool.setDefault();
     EXPECT_EQ(tool.getString("w_t_diam"), "6");

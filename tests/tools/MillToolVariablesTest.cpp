@@ -131,9 +131,8 @@ TEST_F(MillToolVariablesTest, WriteToVarsLeavesTheDoubleArraysAsTheHostHasThem) 
 
 TEST_F(MillToolVariablesTest, VariablesRoundTripThroughTheHost) {
     storeTool(2, testsupport::filledToolRecord());
-    ToolOperation record(2, 1);
     MillToolSection written(1);
-    written.readFromVDM(&record);
+    written.readFromVDM(toolRecord.get());
     written.writeToVars();
 
     MillToolSection read(1);

@@ -86,26 +86,26 @@ class ToolFailureTest : public ToolTest {
 };
 
 TEST_F(ToolFailureTest, MillRecordWriteAndReadLogAndCloseTheStore) {
-    BrokenNumberTool record(2, 1);
+    BrokenNumberTool broken(2, 1);
     MillToolSection tool(1);
     ErrorLogWatch log;
-    tool.writeToVDM(&record);
-    tool.readFromVDM(&record);
+    tool.writeToVDM(&broken);
+    tool.readFromVDM(&broken);
     EXPECT_EQ(log.texts(), (Texts{"Error in ToolSection::write(VelkApi::MillTurnVdm * vdm)",
                                   "Error in ToolSection::read(VelkApi::MillTurnVdm * vdm)"}));
-    EXPECT_FALSE(record.getVDM()->isOpen());
+    EXPECT_FALSE(broken.getVDM()->isOpen());
     EXPECT_EQ(storedToolLines(2, 1), testsupport::filledToolRecord());
 }
 
 TEST_F(ToolFailureTest, TurnRecordWriteAndReadLog) {
-    BrokenNumberTool record(2, 1);
+    BrokenNumberTool broken(2, 1);
     TurnToolSection tool(1);
     ErrorLogWatch log;
-    tool.writeToVDM(&record);
-    tool.readFromVDM(&record);
+    tool.writeToVDM(&broken);
+    tool.readFromVDM(&broken);
     EXPECT_EQ(log.texts(), (Texts{"Error in TurnToolSection::write(VelkApi::MillTurnVdm * vdm)",
                                   "Error in ToolSection::read(VelkApi::MillTurnVdm * vdm)"}));
-    EXPECT_FALSE(record.getVDM()->isOpen());
+    EXPECT_FALSE(broken.getVDM()->isOpen());
 }
 
 TEST_F(ToolFailureTest, WriteToVarsLogsAndKeepsWhatItWrote) {
@@ -187,33 +187,30 @@ TEST_F(ToolFailureTest, EveryFailingAllocationOfAToolListIsLogged) {
 }
 
 TEST_F(ToolFailureTest, EveryFailingAllocationOfWritingAMillRecordIsLogged) {
-    ToolOperation record(2, 1);
     MillToolSection tool(1);
     const std::set<std::string> seen =
-        textsOfEveryFailingAllocation([&] { tool.writeToVDM(&record); });
+        textsOfEveryFailingAllocation([&] { tool.writeToVDM(toolRecord.get()); });
     EXPECT_TRUE(seen.count("Error in ToolSection::writeToVDM()"));
     EXPECT_TRUE(seen.count("Error in ToolSection::write(VelkApi::MillTurnVdm * vdm)"));
-    EXPECT_FALSE(record.getVDM()->isOpen());
+    EXPECT_FALSE(toolRecord->getVDM()->isOpen());
 }
 
 TEST_F(ToolFailureTest, EveryFailingAllocationOfReadingATurnRecordIsLogged) {
-    ToolOperation record(2, 1);
     TurnToolSection tool(1);
     const std::set<std::string> seen =
-        textsOfEveryFailingAllocation([&] { tool.readFromVDM(&record); });
+        textsOfEveryFailingAllocation([&] { tool.readFromVDM(toolRecord.get()); });
     EXPECT_TRUE(seen.count("Error in TurnToolSection::readFromVDM()"));
     EXPECT_TRUE(seen.count("Error in ToolSection::read(VelkApi::MillTurnVdm * vdm)"));
-    EXPECT_FALSE(record.getVDM()->isOpen());
+    EXPECT_FALSE(toolRecord->getVDM()->isOpen());
 }
 
 TEST_F(ToolFailureTest, EveryFailingAllocationOfWritingATurnRecordIsLogged) {
-    ToolOperation record(2, 1);
     TurnToolSection tool(1);
     const std::set<std::string> seen =
-        textsOfEveryFailingAllocation([&] { tool.writeToVDM(&record); });
+        textsOfEveryFailingAllocation([&] { tool.writeToVDM(toolRecord.get()); });
     EXPECT_TRUE(seen.count("Error in ToolSection::writeToVDM()"));
     EXPECT_TRUE(seen.count("Error in TurnToolSection::write(VelkApi::MillTurnVdm * vdm)"));
-    EXPECT_FALSE(record.getVDM()->isOpen());
+    EXPECT_FALSE(toolRecord->getVDM()->isOpen());
 }
 
 TEST_F(ToolFailureTest, EveryFailingAllocationOfResettingTheHostIsLogged) {
