@@ -20,5 +20,6 @@ void addAddCommand(CLI::App& app);
 void addActionsCommand(CLI::App& app);
 void addExpertCommand(CLI::App& app);
 void addStrategyCommand(CLI::App& app);
+void addToolsCommand(CLI::App& app);
 
 }  // namespace velk

@@ -180,8 +180,12 @@ void reportHostMessages() {
 }
 
 void writeOperation(VelkApi::MillDrillOperation& op) {
+    writeToHost([&op] { op.writeToVDM(); });
+}
+
+void writeToHost(const std::function<void()>& write) {
     reportHostMessages();
-    op.writeToVDM();
+    write();
     if (const auto boxes = takeMessageBoxes(); !boxes.empty()) {
         throw CommandError("the host refused the write (" + boxes.front() +
                            "): the project file is unchanged");

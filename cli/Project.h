@@ -4,6 +4,7 @@
 
 #include <velkapi/MillDrillOperation.h>
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <stdexcept>
@@ -57,8 +58,10 @@ std::optional<double> parseNumber(const std::string& text);
 std::vector<std::string> takeMessageBoxes();
 // Prints the message boxes shown since the last call to stderr, as host messages.
 void reportHostMessages();
-// Writes the operation back; a message box shown meanwhile means the host refused part of the
-// write, which throws CommandError before anything is saved.
+// Runs `write`; a message box shown meanwhile means the host refused part of the write, which
+// throws CommandError before anything is saved.
+void writeToHost(const std::function<void()>& write);
+// Writes the operation back, as writeToHost.
 void writeOperation(VelkApi::MillDrillOperation& op);
 
 }  // namespace velk

@@ -3,6 +3,7 @@
 // is written; on any error the project file stays untouched. A geometry object is pointed at
 // another figure, point or object of the drawing by its text.
 #include <velkapi/MillDrillOperation.h>
+#include <velkapi/TurnToolSection.h>
 
 #include <functional>
 #include <iostream>
@@ -83,6 +84,11 @@ std::function<void()> prepare(VelkApi::MillDrillOperation& op, const Assignment&
         throw CommandError("the Header section is read-only: it follows from the other sections");
     }
     SectionDictionary& section = requireSection(op, a.section);
+    if (dynamic_cast<VelkApi::TurnToolSection*>(&section) != nullptr) {
+        throw CommandError(
+            "the operation has turning-driven tools: its ToolData section holds no tool "
+            "parameters");
+    }
     if (!section.existsKey(a.key)) {
         throw CommandError("section " + a.section + " has no key '" + a.key + "'");
     }

@@ -18,6 +18,7 @@ int main(int argc, char** argv) {
     velk::addActionsCommand(app);
     velk::addExpertCommand(app);
     velk::addStrategyCommand(app);
+    velk::addToolsCommand(app);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& e) {

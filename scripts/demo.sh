@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds the velk tool and shows it at work on the example project:
-# list the operations of a store, show one operation, set parameters in a copy of the project
-# and show which store lines changed; show the operation's expert form and change a copy of the
-# machining-strategy settings file.
+# list the operations of a store and the tools of the tool store, show one operation, set
+# parameters in a copy of the project and show which store lines changed; show the operation's
+# expert form and change a copy of the machining-strategy settings file.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/install-deps.sh
@@ -18,6 +18,7 @@ run() {
 }
 
 run ops "$project" --store 1
+run tools "$project" --store 2
 run show "$project" --store 1 --op 9 --section Parameter
 run show "$project" --store 1 --op 6 --section Geometry
 run actions "$project" --store 1 --op 6

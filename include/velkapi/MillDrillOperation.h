@@ -12,6 +12,7 @@
 #include <velkapi/MessageSection.h>
 #include <velkapi/OperationBase.h>
 #include <velkapi/ParameterSection.h>
+#include <velkapi/ToolSection.h>
 
 namespace VelkApi {
 
@@ -42,6 +43,9 @@ class VELKAPI_EXPORT MillDrillOperation : public OperationBase {
     GeometrySection* getGeometrySection() const { return geometry; }
     // 1: the actions before the operation, 2: those after it; null for any other number.
     ActionSection* getActionSection(int n) const;
+    // A MillToolSection, or a TurnToolSection with turning-driven tools; null for an unknown
+    // kind.
+    ToolSection* getToolSection() const { return tool; }
 
   protected:
     ParameterSection* createParameterSection(const MillDrillOperationType& kind);
@@ -54,11 +58,14 @@ class VELKAPI_EXPORT MillDrillOperation : public OperationBase {
     GeometrySection* geometry = nullptr;
     ActionSection* preActions = nullptr;
     ActionSection* postActions = nullptr;
+    ToolSection* tool = nullptr;
 
   private:
     void setup();
     // Makes the action section of list 1 or 2 unless it exists.
     void createActionSection(int n);
+    // The tool section of the operation's kind and tool setting; null for an unknown kind.
+    std::shared_ptr<ToolSection> createToolSection();
     bool hasStoredSections() const;
 };
 

@@ -3,6 +3,7 @@
 
 #include <velkapi/ActionSection.h>
 #include <velkapi/ExpertParameterSection.h>
+#include <velkapi/ExpertToolSection.h>
 #include <velkapi/Export.h>
 #include <velkapi/GeolibWrapper.h>
 #include <velkapi/GeometrySection.h>
@@ -18,5 +19,8 @@
 #include <velkapi/ParameterSection.h>
 #include <velkapi/SectionDictionary.h>
 #include <velkapi/SectionValue.h>
+#include <velkapi/ToolList.h>
+#include <velkapi/ToolSection.h>
+#include <velkapi/TurnToolSection.h>
 #include <velkapi/Value.h>
 #include <velkapi/VelkObject.h>

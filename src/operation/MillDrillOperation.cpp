@@ -1,4 +1,5 @@
 #include <velkapi/MillDrillOperation.h>
+#include <velkapi/TurnToolSection.h>
 
 #include <algorithm>
 
@@ -13,6 +14,7 @@ namespace {
 
 // The sections' numbers in the store.
 constexpr int kMessageSectionNr = 0;
+constexpr int kToolSectionNr = 1;
 constexpr int kParameterSectionNr = 2;
 constexpr int kGeometrySectionNr = 3;
 // The action lists' store sections follow their list numbers: list 1 is section 4.
@@ -91,6 +93,7 @@ void MillDrillOperation::setup() {
         geometry = nullptr;
         preActions = nullptr;
         postActions = nullptr;
+        tool = nullptr;
 
         auto headerSection = std::make_shared<HeaderSection>();
         header = headerSection.get();
@@ -105,12 +108,13 @@ void MillDrillOperation::setup() {
                     enterSection("Message", messageSection);
                     break;
                 }
-                case 2:
+                case 2: {
                     // An operation of unknown kind holds the name without a tool section.
-                    if (operationType == Kind::Unknown) {
-                        enterSection("ToolData", nullptr);
-                    }
+                    auto toolSection = createToolSection();
+                    enterSection("ToolData", toolSection);
+                    tool = toolSection.get();
                     break;
+                }
                 case 3:
                     if (operationType != Kind::Unknown && createParameterSection(operationType)) {
                         parameter->Init(isTurn());
@@ -132,6 +136,16 @@ void MillDrillOperation::setup() {
             }
         }
     });
+}
+
+std::shared_ptr<ToolSection> MillDrillOperation::createToolSection() {
+    if (operationType == Kind::Unknown) {
+        return nullptr;
+    }
+    if (isTurn()) {
+        return std::make_shared<TurnToolSection>(kToolSectionNr);
+    }
+    return std::make_shared<MillToolSection>(kToolSectionNr);
 }
 
 ParameterSection* MillDrillOperation::createParameterSection(const MillDrillOperationType& kind) {

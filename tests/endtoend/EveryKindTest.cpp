@@ -1,7 +1,7 @@
-// Reads, edits and writes back one operation of every kind, with its geometry and actions,
-// through MillDrillOperation, checking the store's lines afterwards. The parameter lines come
-// from the hand-written expected files of the catalogue, so this test and the catalogue's own
-// are checked against the same reference.
+// Reads, edits and writes back one operation of every kind, with its tool record, geometry and
+// actions, through MillDrillOperation, checking the store's lines afterwards. The parameter lines
+// come from the hand-written expected files of the catalogue, so this test and the catalogue's
+// own are checked against the same reference.
 #include <gtest/gtest.h>
 #include <velkapi/MillDrillOperation.h>
 
@@ -10,6 +10,7 @@
 #include <sstream>
 
 #include "HostFixture.h"
+#include "ToolRecordLines.h"
 
 using namespace VelkApi;
 using Kind = MillDrillOperationType;
@@ -175,26 +176,38 @@ TEST_P(EveryKindTest, ReadEditWriteGivesTheExactLines) {
     host().setGlobal("w_setup_ret", 4.2);
 
     const Lines geometry = geometryFor(c.kind, expected);
-    // The record of the operation: header, message, parameters, geometry and both actions.
-    const auto recordWith = [&](const std::string& message, const Lines& postActions) {
+    Lines toolRecord = testsupport::filledToolRecord();
+    // The record of the operation: header, message, tool record, parameters, geometry and both
+    // actions.
+    const auto recordWith = [&](const std::string& message, const Lines& tools,
+                                const Lines& postActions) {
         velkhost::Record record = {std::to_string(millDrillOperationTypeToVelk(c.kind)) +
-                                       " 1 6 1 0 " + std::to_string(expected.lineCount) + " " +
+                                       " 1 6 1 " + std::to_string(tools.size()) + " " +
+                                       std::to_string(expected.lineCount) + " " +
                                        std::to_string(geometry.size()) + " " +
                                        std::to_string(kPreActions.size()) + " " +
                                        std::to_string(postActions.size()),
-                                   message, expected.name};
+                                   message};
+        record.insert(record.end(), tools.begin(), tools.end());
+        record.push_back(expected.name);
         for (const Lines& lines : {valueLines(expected), geometry, kPreActions, postActions}) {
             record.insert(record.end(), lines.begin(), lines.end());
         }
         return record;
     };
-    host().setStore(7, {{"0 1 0"}, {"0 1 0"}, {"0 1 0"}, recordWith("Before", kPostActions),
+    host().setStore(7, {{"0 1 0"},
+                        {"0 1 0"},
+                        {"0 1 0"},
+                        recordWith("Before", toolRecord, kPostActions),
                         {"4 1 0"}});
 
     MillDrillOperation op(7, 3);
     ASSERT_EQ(op.getOperationType(), c.kind);
     op.readFromVDM();
     ParameterSection& parameters = *op.getParameterSection();
+    ToolSection& tool = *op.getToolSection();
+    EXPECT_EQ(tool.getDouble("w_t_diam"), 10.0);
+    EXPECT_EQ(tool.getString("$_t_comment"), " keep  the blanks ");
 
     // Every written entry reads back as the value its field holds.
     for (const Row& row : expected.rows) {
@@ -221,8 +234,11 @@ TEST_P(EveryKindTest, ReadEditWriteGivesTheExactLines) {
     EXPECT_EQ(pre[1].getCommand(), "call 'probe.mac' 3");
     EXPECT_EQ(static_cast<int>(pre[1].getType()), 1);
 
-    // One edit of every data type the kind has, and one more action after the operation.
+    // One edit of every data type the kind has, of the tool record, and one more action after
+    // the operation.
     op.getMessageSection()->setString("0", "After");
+    tool.setDouble("w_t_diam", 12.5);
+    toolRecord[1].replace(0, 2, "12.5");
     op.getActionSection(2)->addActionParameter(3, ActionType::Default, "M5");
     bool editedInt = false, editedDouble = false, editedOption = false, editedText = false;
     for (Row& row : expected.rows) {
@@ -254,7 +270,7 @@ TEST_P(EveryKindTest, ReadEditWriteGivesTheExactLines) {
     op.writeToVDM();
 
     EXPECT_EQ(host().lines(7, 3),
-              recordWith("After", {"###POSTOPERATION###", "2 5 ", "M9", "M5"}));
+              recordWith("After", toolRecord, {"###POSTOPERATION###", "2 5 ", "M9", "M5"}));
     EXPECT_EQ(host().lines(7, 4), Lines{"4 1 0"});
     EXPECT_EQ(host().callCount("VelkMacroVdmOpen"), host().callCount("VelkMacroVdmClose"));
     EXPECT_TRUE(boxes().empty());
@@ -301,8 +317,11 @@ TEST_F(EveryKindTest, FiveAxisFirstLineMovesOnePlaceOnEveryRoundTrip) {
     EXPECT_EQ(parameters.getDouble("w_area_toler"), 2147483647.0);
     EXPECT_EQ(parameters.getString("$_info"), "*Info");
     op.writeToVDM();
-    EXPECT_EQ(host().lines(7, 3),
-              (Lines{"64 1 4 1 0 3 0", "Swarf", "MILL_5AX",
-                     "2 3 4 5 6 7 8 9 10.5 11.5 12 13 14 15.5 16.5 17.5 18 19 2.14748e+09 ",
-                     "*Info 3 0 0 0 0 0 "}));
+    Lines after = {"64 1 4 1 19 3 0", "Swarf"};
+    const Lines& fresh = testsupport::freshToolRecord();
+    after.insert(after.end(), fresh.begin(), fresh.end());
+    after.insert(after.end(),
+                 {"MILL_5AX", "2 3 4 5 6 7 8 9 10.5 11.5 12 13 14 15.5 16.5 17.5 18 19 2.14748e+09 ",
+                  "*Info 3 0 0 0 0 0 "});
+    EXPECT_EQ(host().lines(7, 3), after);
 }

@@ -1,8 +1,10 @@
 #include <gtest/gtest.h>
 #include <velkapi/MillDrillOperation.h>
+#include <velkapi/TurnToolSection.h>
 
 #include "ErrorLog.h"
 #include "HostFixture.h"
+#include "ToolRecordLines.h"
 
 using namespace VelkApi;
 using Kind = MillDrillOperationType;
@@ -18,7 +20,8 @@ class MillDrillOperationTest : public testsupport::HostTest {
         host().setStore(1, {{"0 1 1 1", "setup"},
                             {"0 1 1 1", "origin"},
                             {"0 1 1 1", "tool change"},
-                            {"5 1 3 1 0 3", "Holes", "DRILLING", "4 83 1 2 2 -20 ", ""},
+                            {"5 1 3 1 2 3", "Holes", "1 5", "8.5 0 118", "DRILLING",
+                             "4 83 1 2 2 -20 ", ""},
                             {"4 1 3 1 0 1", "Spiral", "SPIRAL"},
                             {"15 1 3 1 0 3", "Cycle", "POCCYCLE", "1 2 1 ", ""}});
     }
@@ -68,13 +71,16 @@ TEST_F(MillDrillOperationTest, SectionsOfAKnownKind) {
     MillDrillOperation op(1, 3);
     EXPECT_EQ(op.getOperationType(), Kind::DRILLING);
     EXPECT_TRUE(op.isVelkActive());
-    EXPECT_EQ(sectionNames(op), (Texts{"Header", "Message", "Parameter", "Geometry",
+    EXPECT_EQ(sectionNames(op), (Texts{"Header", "ToolData", "Message", "Parameter", "Geometry",
                                        "Additional_1", "Additional_2"}));
     EXPECT_EQ(op.getSection(SectionType::Parameter, 0), op.getParameterSection());
     EXPECT_EQ(op.getSection(SectionType::Geometry, 0), op.getGeometrySection());
     EXPECT_EQ(op.getSection(SectionType::Additional, 1), op.getActionSection(1));
     EXPECT_EQ(op.getSection(SectionType::Additional, 2), op.getActionSection(2));
     EXPECT_EQ(op.getActionSection(3), nullptr);
+    EXPECT_EQ(op.getSection(SectionType::ToolData, 0), op.getToolSection());
+    EXPECT_NE(dynamic_cast<MillToolSection*>(op.getToolSection()), nullptr);
+    EXPECT_EQ(op.getToolSection()->getSectionNr(), 1);
     EXPECT_EQ(op.getParameterSection()->getSectionNr(), 2);
     EXPECT_EQ(op.getMessageSection()->getSectionNr(), 0);
     EXPECT_EQ(op.getHeaderSection()->getSectionNr(), -1);
@@ -86,6 +92,21 @@ TEST_F(MillDrillOperationTest, SectionsOfAKnownKind) {
     EXPECT_EQ(op.getParameterSection()->getOperation(), &op);
     EXPECT_EQ(op.getGeometrySection()->getOperation(), &op);
     EXPECT_EQ(op.getActionSection(2)->getOperation(), &op);
+    EXPECT_EQ(op.getToolSection()->getOperation(), &op);
+}
+
+TEST_F(MillDrillOperationTest, TurningDrivenToolsGiveTheTurnToolSection) {
+    host().setEnvironment("TURNDRIVENTOOLS", "2");
+    MillDrillOperation op(1, 3);
+    EXPECT_NE(dynamic_cast<TurnToolSection*>(op.getToolSection()), nullptr);
+    EXPECT_EQ(op.getSection(SectionType::ToolData, 0), op.getToolSection());
+    EXPECT_EQ(op.getToolSection()->getSectionNr(), 1);
+    op.readFromVDM();
+    op.writeToVDM();
+    // The two stored tool lines became one empty line.
+    const Texts written = host().lines(1, 3);
+    EXPECT_EQ(Texts(written.begin(), written.begin() + 4),
+              (Texts{"5 1 4 1 1 3 0", "Holes", "", "DRILLING"}));
 }
 
 TEST_F(MillDrillOperationTest, HeaderCountAboveSixMakesNoFurtherSections) {
@@ -93,7 +114,7 @@ TEST_F(MillDrillOperationTest, HeaderCountAboveSixMakesNoFurtherSections) {
         1, {{"0 1 0"}, {"0 1 0"}, {"0 1 0"}, {"4 1 9 1 0 1 0 0 0 0 0 0", "Nine", "POCKET"}});
     MillDrillOperation op(1, 3);
     op.readFromVDM();
-    EXPECT_EQ(sectionNames(op), (Texts{"Header", "Message", "Parameter", "Geometry",
+    EXPECT_EQ(sectionNames(op), (Texts{"Header", "ToolData", "Message", "Parameter", "Geometry",
                                        "Additional_1", "Additional_2"}));
     op.getHeaderSection()->setDefault();
     EXPECT_EQ(op.getHeaderSection()->getInt("SectionCount"), 9);
@@ -105,6 +126,9 @@ TEST_F(MillDrillOperationTest, ReadsEverySectionAndClosesTheStore) {
     EXPECT_EQ(op.getMessageSection()->getString("0"), "Holes");
     EXPECT_EQ(op.getParameterSection()->getInt("i_type"), 83);
     EXPECT_EQ(op.getParameterSection()->getDouble("w_depth"), -20.0);
+    EXPECT_EQ(op.getToolSection()->getInt("i_t_tool_nr"), 5);
+    EXPECT_EQ(op.getToolSection()->getDouble("w_t_diam"), 8.5);
+    EXPECT_EQ(op.getToolSection()->getDouble("w_t_topangle"), 118.0);
     EXPECT_EQ(host().callCount("VelkMacroVdmOpen"), host().callCount("VelkMacroVdmClose"));
     EXPECT_EQ(boxes(), Texts{});
 }
@@ -128,8 +152,11 @@ TEST_F(MillDrillOperationTest, NewOperationIsInsertedBeforeItsSectionsAreWritten
     op.writeToVDM();
     EXPECT_EQ(host().callCount("VelkMacroVdmInsert$"), 1);
     EXPECT_EQ(host().records(1).size(), 7u);
-    EXPECT_EQ(host().lines(1, 3),
-              (Texts{"4 1 4 1 0 2 0", "Engrave the label", "ENGRAVE", "2147483647 "}));
+    const Texts& fresh = testsupport::freshToolRecord();
+    Texts expected = {"4 1 4 1 19 2 0", "Engrave the label"};
+    expected.insert(expected.end(), fresh.begin(), fresh.end());
+    expected.insert(expected.end(), {"ENGRAVE", "2147483647 "});
+    EXPECT_EQ(host().lines(1, 3), expected);
     EXPECT_EQ(host().lines(1, 4)[1], "Holes");
 }
 
@@ -160,11 +187,13 @@ TEST_F(MillDrillOperationTest, GeometryAndActionsAreReadAndWrittenInTheirPlaces)
                                                     GeometrySectionType::OutlineFigure);
     op.getActionSection(1)->clear();
     op.writeToVDM();
+    // The operation had no tool record; it is written with one that holds no tool.
     const Texts record = host().lines(1, 3);
-    ASSERT_EQ(record.size(), 11u);
-    EXPECT_EQ(record[0], "5 1 6 1 0 3 3 0 3");
-    EXPECT_EQ(record[3].substr(0, 7), "3 83 1 ");
-    EXPECT_EQ(Texts(record.begin() + 5, record.end()),
+    const std::size_t tool = testsupport::freshToolRecord().size();
+    ASSERT_EQ(record.size(), 11u + tool);
+    EXPECT_EQ(record[0], "5 1 6 1 19 3 3 0 3");
+    EXPECT_EQ(record[3 + tool].substr(0, 7), "3 83 1 ");
+    EXPECT_EQ(Texts(record.begin() + 5 + tool, record.end()),
               (Texts{"X10 Y10 Z0", "X20 Y10 Z0", "X30 Y10 Z0", "###POSTOPERATION###", "5 ",
                      "M9"}));
     EXPECT_EQ(host().lines(1, 4), Texts{"4 1 0"});

@@ -19,6 +19,10 @@ void stopFailingAllocations() {
     allocationsUntilFailure = -1;
 }
 
+bool allocationFailurePending() {
+    return allocationsUntilFailure >= 0;
+}
+
 }  // namespace testsupport
 
 void* operator new(std::size_t size) {

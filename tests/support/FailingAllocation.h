@@ -7,5 +7,7 @@ namespace testsupport {
 // The allocation after `skip` more successful ones throws std::bad_alloc; later ones succeed.
 void failAllocationAfter(int skip);
 void stopFailingAllocations();
+// True while the failure planned by failAllocationAfter has not happened yet.
+bool allocationFailurePending();
 
 }  // namespace testsupport

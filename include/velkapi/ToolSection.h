@@ -1,0 +1,82 @@
+// An operation's tool data (section "ToolData", store section 1): one fixed record of 105 named
+// tool parameters on 19 lines, defined once by the tool line table below. The first character
+// of a name gives its kind: "i" an int, "w" a double, "$" a text. "i_t_holder_id" stands on
+// line 1 and on line 5; both slots name the same key.
+//
+// ToolSection is the base of every tool section; MillToolSection is the tool section of milling
+// and drilling operations. It moves the record between its entries, the operation's lines in
+// the store and the host's global variables of the same names.
+#pragma once
+
+#include <string>
+
+#include <velkapi/SectionDictionary.h>
+
+namespace VelkApi {
+
+class VELKAPI_EXPORT ToolSection : public SectionDictionary {
+  public:
+    // Lines of a tool record, and name slots of a table line.
+    static constexpr int LINESCOUNT = 19;
+    static constexpr int LINESLOTS = 23;
+    // Elements of the host arrays "i_t_bin", "w_t_val" and "w_t_tur_val".
+    static constexpr int BIN_SIZE = 3;
+    static constexpr int VAL_SIZE = 10;
+    static constexpr int TUR_VAL_SIZE = 20;
+
+    // The tool line table: line i holds lineslen[i] names; its further slots are empty.
+    static const std::string lines[LINESCOUNT][LINESLOTS];
+    static const int lineslen[LINESCOUNT];
+
+    explicit ToolSection(int sectionnr);
+    ToolSection(const ToolSection&) = default;
+    ToolSection& operator=(const ToolSection&) = default;
+    ~ToolSection() override;
+
+    void setDefault() override = 0;
+    void writeToVDM(OperationBase* op) override = 0;
+    void readFromVDM(OperationBase* op) override = 0;
+    // The data type of the key's entry (any case); None when there is none.
+    virtual ValueDataType getValueDataType(const std::string& key);
+    // Fills the entries from the host's global variables of the same names.
+    virtual void readFromVars() = 0;
+    // Writes the entries to the host's global variables of the same names.
+    virtual void writeToVars() = 0;
+};
+
+// The tool record of a milling or drilling operation. In the store it is 19 lines, one per
+// table line: the line's values in slot order, separated by one blank, ints in decimal,
+// doubles with six significant digits (2147483647.0 as 2.14748e+09); a text line is the text
+// as it stands, blanks and all.
+class VELKAPI_EXPORT MillToolSection : public ToolSection {
+  public:
+    // Scratch arrays for the host arrays, shared by every MillToolSection.
+    static int bin[BIN_SIZE];
+    static double val[VAL_SIZE];
+    static double tur_val[TUR_VAL_SIZE];
+
+    // Every int 2147483647, every double 2147483647.0, every text "".
+    explicit MillToolSection(int sectionnr);
+    MillToolSection(const MillToolSection&) = default;
+    MillToolSection& operator=(const MillToolSection&) = default;
+    ~MillToolSection() override;
+
+    // Sets the host's tool variables to "not set": ints 2147483647, doubles 2147483647.0,
+    // texts " ". The entries stay as they are.
+    void setDefault() override;
+    void writeToVDM(OperationBase* op) override;
+    // Reads as many lines as the header gives the tool data section; a line beyond the 19th is
+    // read and ignored.
+    void readFromVDM(OperationBase* op) override;
+    void readFromVars() override;
+    // Writes every entry to the host, except the doubles of "w_t_val" and "w_t_tur_val": those
+    // arrays are read from the host into the scratch arrays instead, and stay as the host has
+    // them.
+    void writeToVars() override;
+
+  private:
+    void read(OperationBase* op);
+    void write(OperationBase* op);
+};
+
+}  // namespace VelkApi

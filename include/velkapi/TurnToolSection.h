@@ -1,0 +1,32 @@
+// The tool section of an operation with turning-driven tools. It keeps the section's place and
+// line structure but carries no tool parameters: its entries are 19 empty texts "LINE0" to
+// "LINE18", reading passes over the stored lines, and writing stores one empty line.
+#pragma once
+
+#include <velkapi/ToolSection.h>
+
+namespace VelkApi {
+
+class VELKAPI_EXPORT TurnToolSection : public ToolSection {
+  public:
+    explicit TurnToolSection(int sectionnr);
+    TurnToolSection(const TurnToolSection&) = default;
+    TurnToolSection& operator=(const TurnToolSection&) = default;
+    ~TurnToolSection() override;
+
+    // Nothing: the section has no host variables.
+    void setDefault() override;
+    // Stores exactly one empty line, whatever the entries hold.
+    void writeToVDM(OperationBase* op) override;
+    // Reads the stored lines and keeps none of them.
+    void readFromVDM(OperationBase* op) override;
+    // Nothing: the section has no host variables.
+    void readFromVars() override;
+    void writeToVars() override;
+
+  private:
+    void read(OperationBase* op);
+    void write(OperationBase* op);
+};
+
+}  // namespace VelkApi

@@ -1,0 +1,235 @@
+#include <velkapi/LogFile.h>
+#include <velkapi/MacroExport.h>
+#include <velkapi/ToolSection.h>
+
+#include <algorithm>
+#include <iterator>
+#include <variant>
+
+#include "host/ErrorBoundary.h"
+#include "model/TextHelpers.h"
+#include "tools/HostVariables.h"
+#include "tools/ToolRecordStore.h"
+#include "tools/ToolTable.h"
+
+namespace VelkApi {
+
+using detail::guarded;
+
+int MillToolSection::bin[BIN_SIZE];
+double MillToolSection::val[VAL_SIZE];
+double MillToolSection::tur_val[TUR_VAL_SIZE];
+
+namespace {
+
+tools::ScratchArrays scratch() {
+    return {MillToolSection::bin, MillToolSection::val, MillToolSection::tur_val};
+}
+
+void setEntry(SectionDictionary& section, const std::string& key, int value) {
+    section.setInt(key, value);
+}
+void setEntry(SectionDictionary& section, const std::string& key, double value) {
+    section.setDouble(key, value);
+}
+void setEntry(SectionDictionary& section, const std::string& key, const std::string& value) {
+    section.setString(key, value);
+}
+
+void getEntry(const SectionDictionary& section, const std::string& key, int& value) {
+    value = section.getInt(key);
+}
+void getEntry(const SectionDictionary& section, const std::string& key, double& value) {
+    value = section.getDouble(key);
+}
+
+// What writeToVars does with a filled scratch array: the int array goes to the host; the double
+// arrays are read back from the host instead, so that the host keeps "w_t_val" and
+// "w_t_tur_val" as they are.
+void handOver(const char* array, int* values, std::size_t count) {
+    tools::writeHostArray(array, values, count);
+}
+void handOver(const char* array, double* values, std::size_t count) {
+    tools::readHostArray(array, values, count);
+}
+
+// The entry's value as the host variable of its name holds it.
+tools::HostValue hostValueOf(const SectionDictionary& section, const std::string& name) {
+    switch (tools::kindOf(name)) {
+        case 'i':
+            return section.getInt(name);
+        case 'w':
+            return section.getDouble(name);
+        default:
+            return section.getString(name);
+    }
+}
+
+// One value of a stored line, by the entry's data type, followed by the blank that separates it
+// from the next.
+std::string fieldText(const SectionValue& entry, bool last) {
+    std::string text;
+    switch (entry.getValueDataType()) {
+        case ValueDataType::None:
+        case ValueDataType::Double: {
+            double value = 0.0;
+            entry.getValue(&value);
+            text = text::general6(value);
+            break;
+        }
+        case ValueDataType::Int: {
+            int value = 0;
+            entry.getValue(&value);
+            text = std::to_string(value);
+            break;
+        }
+        case ValueDataType::String:
+            entry.getValue(&text);
+            break;
+        default:  // an option bit has no place in the tool record
+            return "";
+    }
+    return last ? text : text + " ";
+}
+
+}  // namespace
+
+MillToolSection::MillToolSection(int sectionnr) : ToolSection(sectionnr) {
+    guarded("Error in ToolSection::ToolSection(int sectionnr)", [&] {
+        int number = 0;
+        tools::forEachName([&](int, int, const std::string& name) {
+            switch (tools::kindOf(name)) {
+                case '$':
+                    addStringParameter(number, name, "", "");
+                    break;
+                case 'i':
+                    addIntParameter(number, name, kUnsetInt);
+                    break;
+                default:
+                    addDoubleParameter(number, name, kUnsetDouble);
+                    break;
+            }
+            ++number;
+        });
+    });
+}
+
+MillToolSection::~MillToolSection() = default;
+
+// ---- the record in the store
+
+void MillToolSection::writeToVDM(OperationBase* op) {
+    tools::onOpenStore("Error in ToolSection::writeToVDM()", op, [&] { write(op); });
+}
+
+void MillToolSection::readFromVDM(OperationBase* op) {
+    tools::onOpenStore("Error in ToolSection::readFromVDM()", op, [&] { read(op); });
+}
+
+void MillToolSection::write(OperationBase* op) {
+    guarded("Error in ToolSection::write(VelkApi::MillTurnVdm * vdm)", [&] {
+        std::vector<std::string> record(LINESCOUNT);
+        tools::forEachName([&](int line, int slot, const std::string& name) {
+            if (const SectionValue* entry = findEntry(name)) {
+                record[line] += fieldText(*entry, slot == lineslen[line] - 1);
+            }
+        });
+        tools::writeToolLines(*op->getVDM(), op->getNumber(), sectionNr, record);
+    });
+}
+
+void MillToolSection::read(OperationBase* op) {
+    guarded("Error in ToolSection::read(VelkApi::MillTurnVdm * vdm)", [&] {
+        LogFile::instance().trace("read ToolSection", true);
+        const std::vector<std::string> record =
+            tools::readToolLines(*op->getVDM(), op->getNumber(), sectionNr);
+        // Lines beyond the table carry no names.
+        const int named = std::min(static_cast<int>(record.size()), static_cast<int>(LINESCOUNT));
+        for (int line = 0; line < named; ++line) {
+            const std::string& text = record[line];
+            for (int slot = 0; slot < lineslen[line]; ++slot) {
+                const std::string& name = lines[line][slot];
+                if (!existsKey(name)) {
+                    continue;
+                }
+                switch (tools::kindOf(name)) {
+                    case '$':
+                        setString(name, text);
+                        break;
+                    case 'i':
+                        setInt(name, getIntFromLine(text, slot, 0));
+                        break;
+                    case 'w':
+                        setDouble(name, getDoubleFromLine(text, slot, 0.0));
+                        break;
+                    default:
+                        break;
+                }
+            }
+        }
+    });
+}
+
+// ---- the host's variables
+
+void MillToolSection::readFromVars() {
+    guarded("Error in void ToolSection::readFromVars()", [&] {
+        tools::forEachVariable(
+            this, scratch(),
+            [&](const std::string& name) {
+                if (const auto value = tools::readHostVariable(name)) {
+                    std::visit([&](const auto& held) { setEntry(*this, name, held); }, *value);
+                }
+            },
+            [&](const char* array, auto& elements) {
+                tools::readHostArray(array, elements, std::size(elements));
+                for (std::size_t i = 0; i < std::size(elements); ++i) {
+                    setEntry(*this, tools::elementKey(array, i + 1), elements[i]);
+                }
+            });
+    });
+}
+
+void MillToolSection::writeToVars() {
+    guarded("Error in ToolSection::writeToVars()", [&] {
+        tools::forEachVariable(
+            this, scratch(),
+            [&](const std::string& name) {
+                tools::writeHostVariable(name, hostValueOf(*this, name));
+            },
+            [&](const char* array, auto& elements) {
+                for (std::size_t i = 0; i < std::size(elements); ++i) {
+                    getEntry(*this, tools::elementKey(array, i + 1), elements[i]);
+                }
+                handOver(array, elements, std::size(elements));
+            });
+    });
+}
+
+void MillToolSection::setDefault() {
+    guarded("Error in ToolSection::setDefault()", [&] {
+        std::fill(std::begin(bin), std::end(bin), kUnsetInt);
+        std::fill(std::begin(val), std::end(val), kUnsetDouble);
+        std::fill(std::begin(tur_val), std::end(tur_val), kUnsetDouble);
+        tools::forEachVariable(
+            nullptr, scratch(),
+            [&](const std::string& name) {
+                switch (tools::kindOf(name)) {
+                    case 'i':
+                        MacroExport::SetGlobalIntVar(name);
+                        break;
+                    case 'w':
+                        MacroExport::SetGlobalDoubleVar(name, kUnsetDouble);
+                        break;
+                    default:
+                        tools::writeHostVariable(name, std::string(" "));
+                        break;
+                }
+            },
+            [&](const char* array, auto& elements) {
+                tools::writeHostArray(array, elements, std::size(elements));
+            });
+    });
+}
+
+}  // namespace VelkApi
