@@ -1,6 +1,6 @@
 // The C functions a CAM host executable exports for this library, as function pointer types.
 // The library looks every one of them up by name in the host process (HostExports.h); the
-// offline host (emulator/) defines them. Status out-parameters are non-zero on success.
+// offline host (velkhost/) defines them. Status out-parameters are non-zero on success.
 #pragma once
 
 extern "C" {
