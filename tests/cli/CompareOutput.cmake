@@ -10,7 +10,8 @@
 #   AGAIN_ARGS / AGAIN_EXPECTED arguments of a second run, and a file its output must equal
 #   SHOW_ARGS            arguments of a later `velk show ... --json` whose output
 #   JSON_CHECKS          "<json path>=<value>" items are checked against,
-#                        e.g. "sections:Parameter:w_depth:value=-25"
+#                        e.g. "sections:Parameter:w_depth:value=-25"; the value null stands for
+#                        JSON's null
 # Lists are separated by "|", since ctest splits arguments at ";".
 foreach(list VELK ARGS SHOW_ARGS JSON_CHECKS EXPECTED_ERRORS AGAIN_ARGS)
   if(DEFINED ${list})
@@ -81,6 +82,10 @@ if(DEFINED JSON_CHECKS)
     list(GET parts 1 want)
     string(REPLACE ":" ";" path "${path}")
     string(JSON got GET "${json}" ${path})
+    string(JSON type TYPE "${json}" ${path})
+    if(type STREQUAL "NULL")
+      set(got null)
+    endif()
     if(NOT got STREQUAL want)
       message(FATAL_ERROR "${path}: '${got}', expected '${want}'")
     endif()
