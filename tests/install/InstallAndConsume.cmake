@@ -16,7 +16,7 @@ endfunction()
 run(${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${prefix})
 foreach(file include/velkapi/VelkApi.h include/velkapi/MillTurnVdm.h
              lib/cmake/VelkApi/VelkApiConfig.cmake lib/cmake/VelkApi/VelkApiConfigVersion.cmake
-             lib/pkgconfig/velkapi.pc)
+             lib/pkgconfig/velkapi.pc bin/velk${EXECUTABLE_SUFFIX} share/man/man1/velk.1)
   if(NOT EXISTS ${prefix}/${file})
     message(FATAL_ERROR "not installed: ${file}")
   endif()
