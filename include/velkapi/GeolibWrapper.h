@@ -42,17 +42,17 @@ class VELKAPI_EXPORT GeolibWrapper {
     void setAdaptiveRoughingLinkClearanceHeight(double value);
     /// The clearance height of links between adaptive roughing passes.
     double getAdaptiveRoughingLinkClearanceHeight() const;
-    /// Sets the length factor above which adaptive roughing links retract.
+    /// Sets the link length threshold factor of adaptive roughing.
     void setAdaptiveRoughingLinkLengthThresholdFactor(double value);
-    /// The length factor above which adaptive roughing links retract.
+    /// The link length threshold factor of adaptive roughing.
     double getAdaptiveRoughingLinkLengthThresholdFactor() const;
     /// Sets the ramp angle of the infeed, in degrees.
     void setRampAngle(double value);
     /// The ramp angle of the infeed, in degrees.
     double getRampAngle() const;
-    /// Sets the ramp length as a percentage of the tool diameter.
+    /// Sets the ramp length, in percent.
     void setRampLengthPercent(double value);
-    /// The ramp length as a percentage of the tool diameter.
+    /// The ramp length, in percent.
     double getRampLengthPercent() const;
     /// Sets the fixed depth step.
     void setDepthStep(double value);

@@ -29,15 +29,15 @@ class VELKAPI_EXPORT MacroVdm {
     /// Closes the store.
     bool Close();
 
-    /// Deletes `n` lines from the current position on.
+    /// Deletes `n` items at the current position.
     bool DeleteItems(int n);
     /// The line at the current position; `line` is untouched when the store is not open.
     bool SingleGet(std::string& line);
-    /// Inserts `line` at the current position.
+    /// Adds `line` at the current position.
     bool SingleAdd(const char* line);
     /// Replaces the line at the current position with `line`.
     bool SingleReplace(const std::string& line);
-    /// Goes to line `pos` of the store, counted from its start.
+    /// Goes to position `pos` (0-based) from the start of the store.
     bool SeekFromStart(int pos);
     /// Moves the current position by `n` lines.
     bool SingleSeek(int n);

@@ -83,7 +83,7 @@ class VELKAPI_EXPORT OperationBase {
     bool isNew() const { return mode == 1; }
     /// True when the machine has turning-driven tools ("TURNDRIVENTOOLS" 2).
     bool isTurn() const { return turnDrivenTools == 2; }
-    /// True when the host runs the library's add-ons for this operation.
+    /// True for an operation read from a store; false for one built from a kind only.
     bool isVelkActive() const { return velkActive; }
 
   protected:
