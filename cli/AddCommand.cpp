@@ -8,7 +8,7 @@
 #include <memory>
 
 #include "Commands.h"
-#include "EntryText.h"
+#include "NewRecords.h"
 #include "Project.h"
 
 namespace velk {
@@ -30,45 +30,6 @@ struct AddOptions {
     std::vector<std::string> islands;
 };
 
-MillDrillOperationType parseKind(const std::string& name) {
-    const MillDrillOperationType kind = VelkApi::StringToMillDrillOperationType(name);
-    if (kind == MillDrillOperationType::Unknown || kind == MillDrillOperationType::REDRAW) {
-        throw CommandError("'" + name + "' is not a kind of machining operation");
-    }
-    return kind;
-}
-
-// The operation's outline figures, then its islands, each of the drawing; the kind must keep
-// them (its parameters count them, or it lists objects).
-void addGeometry(VelkApi::MillDrillOperation& op, const AddOptions& options) {
-    if (options.figures.empty() && options.islands.empty()) {
-        return;
-    }
-    const MillDrillOperationType kind = op.getOperationType();
-    const VelkApi::ParameterSection& parameters = *op.getParameterSection();
-    const bool plainList =
-        kind == MillDrillOperationType::STD3DGEO || kind == MillDrillOperationType::RSURFING;
-    if (!plainList && !parameters.existsKey("i_nr_of_figs")) {
-        throw CommandError(kindName(kind) + " operations machine no figures");
-    }
-    if (!options.islands.empty() && (plainList || !parameters.existsKey("i_nr_of_isle"))) {
-        throw CommandError(kindName(kind) + " operations have no islands");
-    }
-    const VelkApi::GeometrySectionType islandRole =
-        kind == MillDrillOperationType::FACEMILL
-            ? VelkApi::GeometrySectionType::FacemillIslandFigure
-            : VelkApi::GeometrySectionType::IslandFigure;
-    int nr = 0;
-    for (const std::string& text : options.figures) {
-        op.getGeometrySection()->addVelkObjectParameter(
-            nr++, drawingObject(text, VelkApi::GeometrySectionType::OutlineFigure, "--figure"));
-    }
-    for (const std::string& text : options.islands) {
-        op.getGeometrySection()->addVelkObjectParameter(
-            nr++, drawingObject(text, islandRole, "--island"));
-    }
-}
-
 void add(const AddOptions& options) {
     loadProject(options.project);
     requireStore(options.store);
@@ -86,12 +47,9 @@ void add(const AddOptions& options) {
                            std::to_string(count) + " operations: --at must lie in 0.." +
                            std::to_string(count));
     }
-    VelkApi::MillDrillOperation op(kind, options.store, at);
-    op.setMode(1);
-    op.getParameterSection()->setDefault();
-    op.getMessageSection()->createandsetLine(0, options.description);
-    addGeometry(op, options);
-    writeOperation(op);
+    const auto op = makeOperation(options.store, at,
+                                  {kind, options.description, options.figures, options.islands});
+    writeOperation(*op);
     saveProject(options.project);
     std::cout << "store " << options.store << ": added operation " << at << " (" << kindName(kind)
               << ")\n";

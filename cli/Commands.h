@@ -21,5 +21,7 @@ void addActionsCommand(CLI::App& app);
 void addExpertCommand(CLI::App& app);
 void addStrategyCommand(CLI::App& app);
 void addToolsCommand(CLI::App& app);
+void addDiffCommand(CLI::App& app);
+void addInitCommand(CLI::App& app);
 
 }  // namespace velk

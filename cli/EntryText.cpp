@@ -1,10 +1,28 @@
 #include "EntryText.h"
 
+#include <array>
+#include <charconv>
+
 #include "Project.h"
 
 namespace velk {
 
 using VelkApi::GeometrySectionType;
+using VelkApi::SectionDictionary;
+using VelkApi::ValueDataType;
+
+namespace {
+
+// The double marker as a record gives it back: written with six significant digits
+// (2.14748e+09), it reads as 2147480000.
+constexpr double kUnsetDoubleAsStored = 2147480000.0;
+
+// The marker of an entry: -999999 for an axis value, 2147483647 for any other.
+int unsetMarker(const SectionDictionary& section, const std::string& key) {
+    return section.isAxis(key) ? VelkApi::kClearedAxis : VelkApi::kUnsetInt;
+}
+
+}  // namespace
 
 std::string roleName(GeometrySectionType role) {
     switch (role) {
@@ -72,6 +90,78 @@ std::string entryText(const VelkApi::SectionDictionary& section, const std::stri
             return describeObject(objectOf(section, key));
         case VelkApi::ValueDataType::Action:
             return describeAction(actionOf(section, key));
+        default:
+            return section.getValueAsString(key);
+    }
+}
+
+bool holdsUnset(const SectionDictionary& section, const std::string& key) {
+    const int marker = unsetMarker(section, key);
+    switch (section.dataTypeOf(key)) {
+        case ValueDataType::Int:
+            return section.getInt(key) == marker;
+        case ValueDataType::Double: {
+            const double value = section.getDouble(key);
+            return value == marker || (marker == VelkApi::kUnsetInt && value == kUnsetDoubleAsStored);
+        }
+        case ValueDataType::String:
+            return section.getString(key) == std::to_string(marker);
+        default:
+            return false;
+    }
+}
+
+bool hasUnsetMarker(ValueDataType type) {
+    return type == ValueDataType::Int || type == ValueDataType::Double ||
+           type == ValueDataType::String;
+}
+
+void setUnset(SectionDictionary& section, const std::string& key) {
+    const int marker = unsetMarker(section, key);
+    switch (section.dataTypeOf(key)) {
+        case ValueDataType::Int:
+            section.setInt(key, marker);
+            break;
+        case ValueDataType::Double:
+            section.setDouble(key, marker);
+            break;
+        default:
+            section.setString(key, std::to_string(marker));
+            break;
+    }
+}
+
+std::string shortestNumber(double value) {
+    std::array<char, 32> text{};
+    const auto result = std::to_chars(text.data(), text.data() + text.size(), value);
+    return std::string(text.data(), result.ptr);
+}
+
+std::string shownValue(const SectionDictionary& section, const std::string& key) {
+    if (holdsUnset(section, key)) {
+        return kUnsetWord;
+    }
+    switch (section.dataTypeOf(key)) {
+        case ValueDataType::Int:
+            return std::to_string(section.getInt(key));
+        case ValueDataType::Double:
+            return shortestNumber(section.getDouble(key));
+        default:
+            return entryText(section, key);
+    }
+}
+
+nlohmann::ordered_json jsonValue(const SectionDictionary& section, const std::string& key) {
+    if (holdsUnset(section, key)) {
+        return nullptr;
+    }
+    switch (section.dataTypeOf(key)) {
+        case ValueDataType::Int:
+            return section.getInt(key);
+        case ValueDataType::Double:
+            return section.getDouble(key);
+        case ValueDataType::Bool:
+            return section.getBool(key);
         default:
             return section.getValueAsString(key);
     }

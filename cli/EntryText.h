@@ -1,8 +1,11 @@
-// How velk shows and reads the geometry objects and the actions of an operation.
+// How velk shows and reads the values of an operation: the "not set" marker as `unset`, numbers
+// in their shortest exact form, geometry objects and actions described.
 #pragma once
 
 #include <velkapi/ActionSection.h>
 #include <velkapi/GeometrySection.h>
+
+#include <nlohmann/json.hpp>
 
 #include <string>
 
@@ -32,8 +35,30 @@ const char* actionSectionName(bool afterTheOperation);
 VelkApi::VelkObject objectOf(const VelkApi::SectionDictionary& section, const std::string& key);
 VelkApi::Action actionOf(const VelkApi::SectionDictionary& section, const std::string& key);
 
-// An entry's value as velk shows it: an object or an action described, anything else as its
-// text.
+// An entry's value as the library renders it: an object or an action described, anything else
+// as its text.
 std::string entryText(const VelkApi::SectionDictionary& section, const std::string& key);
+
+// What velk prints for a value that holds the "not set" marker, and reads back as that marker.
+inline const std::string kUnsetWord = "unset";
+
+// True when the entry holds the "not set" marker of its kind: 2147483647 for an int, a double or
+// a text, -999999 for an axis value. A double read back from a record has kept six significant
+// digits of the marker, 2147480000, which counts as the marker too. Bools are always set.
+bool holdsUnset(const VelkApi::SectionDictionary& section, const std::string& key);
+// Ints, doubles and texts have a "not set" marker; bools, objects and actions have none.
+bool hasUnsetMarker(VelkApi::ValueDataType type);
+// Sets an int, double or text entry to its "not set" marker.
+void setUnset(VelkApi::SectionDictionary& section, const std::string& key);
+
+// The shortest text that reads back as exactly this number: 2 as "2", -14.5 as "-14.5".
+std::string shortestNumber(double value);
+
+// An entry's value as velk show prints it: "unset", a number in its shortest exact form, true
+// or false, a text as it stands, an object or an action described.
+std::string shownValue(const VelkApi::SectionDictionary& section, const std::string& key);
+// The same as JSON: null for "not set", a number, a bool, or a text (an object's name, an
+// action's command).
+nlohmann::ordered_json jsonValue(const VelkApi::SectionDictionary& section, const std::string& key);
 
 }  // namespace velk

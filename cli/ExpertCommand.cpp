@@ -10,6 +10,7 @@
 #include <optional>
 
 #include "Commands.h"
+#include "EntryText.h"
 #include "Project.h"
 
 namespace velk {
@@ -56,7 +57,7 @@ void printExpertForm(const ExpertOptions& options, int nr) {
             std::cout << line << "\n";
         }
     } else {
-        printEntries(expert);
+        printEntries(expert, entryText);
     }
 }
 

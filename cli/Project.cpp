@@ -125,13 +125,13 @@ VelkApi::SectionDictionary& requireSection(const VelkApi::OperationBase& op,
     throw CommandError("the operation has no section '" + name + "' (it has " + present + ")");
 }
 
-void printEntries(const VelkApi::SectionDictionary& section) {
+void printEntries(const VelkApi::SectionDictionary& section, ValuePrinter printValue) {
     std::vector<std::string> keys;
     for (const std::string& key : section.readKeys(keys)) {
         // A key too long for its column keeps a blank before the type.
         std::cout << "  " << std::left << std::setw(31) << key << " " << std::setw(8)
                   << dataTypeName(section.dataTypeOf(key)) << std::right
-                  << entryText(section, key) << "\n";
+                  << printValue(section, key) << "\n";
     }
 }
 

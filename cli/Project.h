@@ -46,8 +46,12 @@ std::vector<std::string> presentSections(const VelkApi::OperationBase& op);
 VelkApi::SectionDictionary& requireSection(const VelkApi::OperationBase& op,
                                            const std::string& name);
 
-// Every key of a section, one a line: the key, its data type and its value as text.
-void printEntries(const VelkApi::SectionDictionary& section);
+// How a value is printed: the section and the key give its text.
+using ValuePrinter = std::string (*)(const VelkApi::SectionDictionary&, const std::string&);
+
+// Every key of a section, one a line: the key, its data type and its value as `printValue`
+// gives it.
+void printEntries(const VelkApi::SectionDictionary& section, ValuePrinter printValue);
 
 // The whole text as a whole number (decimal), or none.
 std::optional<int> parseWholeNumber(const std::string& text);

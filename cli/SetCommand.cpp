@@ -1,7 +1,8 @@
 // velk set PROJECT --store N --op K SECTION.KEY=VALUE...: edits one operation through the
 // library, writes it back and saves the project. Every assignment is checked before anything
 // is written; on any error the project file stays untouched. A geometry object is pointed at
-// another figure, point or object of the drawing by its text.
+// another figure, point or object of the drawing by its text. The value `unset` sets an int, a
+// double or a text to the "not set" marker, as velk show prints it.
 #include <velkapi/MillDrillOperation.h>
 #include <velkapi/TurnToolSection.h>
 
@@ -92,7 +93,11 @@ std::function<void()> prepare(VelkApi::MillDrillOperation& op, const Assignment&
     if (!section.existsKey(a.key)) {
         throw CommandError("section " + a.section + " has no key '" + a.key + "'");
     }
-    switch (section.dataTypeOf(a.key)) {
+    const ValueDataType type = section.dataTypeOf(a.key);
+    if (a.value == kUnsetWord && hasUnsetMarker(type)) {
+        return [&section, a] { setUnset(section, a.key); };
+    }
+    switch (type) {
         case ValueDataType::Int:
             return [&section, a, v = parseInt(a)] { section.setInt(a.key, v); };
         case ValueDataType::Double:

@@ -1,7 +1,8 @@
 // velk show PROJECT --store N --op K [--section NAME] [--json]: every key of every section of
-// one operation, with its data type and value. The header's values are the record's numbers; a
-// geometry object shows its role, its text and the drawing object it resolves to, an action its
-// kind and command.
+// one operation, with its data type and value. A value that holds the "not set" marker shows as
+// `unset` (null in JSON), numbers in their shortest exact form. The header's values are the
+// record's numbers; a geometry object shows its role, its text and the drawing object it
+// resolves to, an action its kind and command.
 #include <velkapi/MillDrillOperation.h>
 
 #include <nlohmann/json.hpp>
@@ -34,19 +35,6 @@ std::vector<std::string> keysOf(const SectionDictionary& section) {
     return keys;
 }
 
-nlohmann::ordered_json jsonValue(const SectionDictionary& section, const std::string& key) {
-    switch (section.dataTypeOf(key)) {
-        case ValueDataType::Int:
-            return section.getInt(key);
-        case ValueDataType::Double:
-            return section.getDouble(key);
-        case ValueDataType::Bool:
-            return section.getBool(key);
-        default:
-            return section.getValueAsString(key);
-    }
-}
-
 // The entry's type and value, and what an object or an action holds besides.
 nlohmann::ordered_json jsonEntry(const SectionDictionary& section, const std::string& key) {
     nlohmann::ordered_json entry = {{"type", dataTypeName(section.dataTypeOf(key))},
@@ -75,7 +63,7 @@ std::vector<std::string> chosenSections(const VelkApi::MillDrillOperation& op,
 void printText(const VelkApi::MillDrillOperation& op, const std::vector<std::string>& names) {
     for (const std::string& name : names) {
         std::cout << "[" << name << "]\n";
-        printEntries(*findSection(op, name));
+        printEntries(*findSection(op, name), shownValue);
     }
 }
 

@@ -6,16 +6,16 @@
 // A tool store's record 0 is not a tool; records 1 to n are the tools, each a header, a message
 // section (the tool's description) and its tool data.
 #include <velkapi/ToolList.h>
-#include <velkhost/OfflineHost.h>
 
 #include <nlohmann/json.hpp>
 
 #include <iomanip>
 #include <iostream>
 #include <memory>
-#include <sstream>
 
 #include "Commands.h"
+#include "EntryText.h"
+#include "NewRecords.h"
 #include "Project.h"
 
 namespace velk {
@@ -25,27 +25,12 @@ namespace {
 using VelkApi::MillToolSection;
 using VelkApi::ToolSection;
 
-// The host's operation number of a tool record.
-constexpr int kToolRecordType = 0;
-
 struct ToolsOptions {
     std::string project;
     int store = 0;
     bool json = false;
     std::string addFrom;
 };
-
-// The value of table name `name`, by the kind its first character gives.
-nlohmann::ordered_json parameterJson(const ToolSection& tool, const std::string& name) {
-    switch (name.front()) {
-        case 'i':
-            return tool.getInt(name);
-        case 'w':
-            return tool.getDouble(name);
-        default:
-            return tool.getString(name);
-    }
-}
 
 // Every parameter in the order of the tool line table; the holder, which stands twice, once.
 nlohmann::ordered_json parametersJson(const ToolSection& tool) {
@@ -54,22 +39,16 @@ nlohmann::ordered_json parametersJson(const ToolSection& tool) {
         for (int slot = 0; slot < ToolSection::lineslen[line]; ++slot) {
             const std::string& name = ToolSection::lines[line][slot];
             if (!parameters.contains(name)) {
-                parameters[name] = parameterJson(tool, name);
+                parameters[name] = jsonValue(tool, name);
             }
         }
     }
     return parameters;
 }
 
-// "10", "8.5": six significant digits, as the record keeps them; "" for a diameter not set
-// (2147483647, read back from the record as 2147480000).
-std::string diameterText(double diameter) {
-    if (diameter >= 2147480000.0) {
-        return "";
-    }
-    std::ostringstream text;
-    text << diameter;
-    return text.str();
+// "10", "8.5"; "" for a diameter not set.
+std::string diameterText(const ToolSection& tool) {
+    return holdsUnset(tool, "w_t_diam") ? "" : shortestNumber(tool.getDouble("w_t_diam"));
 }
 
 // "T12"; "" for a tool number not set.
@@ -84,7 +63,7 @@ void printList(const VelkApi::ToolList& list) {
                   << toolNumberText(tool.getInt("i_t_tool_nr")) << " " << std::setw(12)
                   << tool.getString("$_t_ident_nr") << " " << std::setw(14)
                   << tool.getString("$_t_tool_type") << std::right << std::setw(8)
-                  << diameterText(tool.getDouble("w_t_diam")) << "  "
+                  << diameterText(tool) << "  "
                   << tool.getString("$_t_tooldesc") << "\n";
     }
 }
@@ -127,24 +106,6 @@ std::pair<int, int> parseOperationAddress(const std::string& text) {
     throw CommandError("'" + text + "' is not STORE:OP, e.g. 1:3");
 }
 
-// The value of every key of `from` into `to`, by the key's data type.
-void copyValues(const ToolSection& from, ToolSection& to) {
-    std::vector<std::string> keys;
-    for (const std::string& key : from.readKeys(keys)) {
-        switch (from.dataTypeOf(key)) {
-            case VelkApi::ValueDataType::Int:
-                to.setInt(key, from.getInt(key));
-                break;
-            case VelkApi::ValueDataType::Double:
-                to.setDouble(key, from.getDouble(key));
-                break;
-            default:
-                to.setString(key, from.getString(key));
-                break;
-        }
-    }
-}
-
 void addTool(const ToolsOptions& options) {
     const auto [store, op] = parseOperationAddress(options.addFrom);
     const auto operation = readOperation(store, op);
@@ -154,26 +115,7 @@ void addTool(const ToolsOptions& options) {
                            std::to_string(store) +
                            " has turning-driven tools: it carries no tool record");
     }
-    const int position =
-        static_cast<int>(velkhost::OfflineHost::instance().records(options.store).size());
-    if (position == 0) {
-        throw CommandError("store " + std::to_string(options.store) +
-                           " has no leading record: a tool store starts with one record that "
-                           "is not a tool");
-    }
-
-    VelkApi::ToolOperation tool(options.store, position);
-    copyValues(*source, *tool.getToolSection());
-    tool.getMessageSection()->createandsetLine(0, source->getString("$_t_tooldesc"));
-    writeToHost([&] {
-        VelkApi::MillTurnVdm& vdm = *tool.getVDM();
-        if (vdm.Create()) {
-            vdm.InsertOperation(position, kToolRecordType);
-            vdm.Close();
-        }
-        tool.getMessageSection()->writeToVDM(&tool);
-        tool.getToolSection()->writeToVDM(&tool);
-    });
+    const int position = appendTool(options.store, *source, source->getString("$_t_tooldesc"));
     saveProject(options.project);
     std::cout << "store " << options.store << ": added tool " << position << " ("
               << source->getString("$_t_tooldesc") << ")\n";

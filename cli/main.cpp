@@ -19,6 +19,8 @@ int main(int argc, char** argv) {
     velk::addExpertCommand(app);
     velk::addStrategyCommand(app);
     velk::addToolsCommand(app);
+    velk::addDiffCommand(app);
+    velk::addInitCommand(app);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& e) {

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds the velk tool and shows it at work on the example project:
 # list the operations of a store and the tools of the tool store, show one operation, set
-# parameters in a copy of the project and show which store lines changed; show the operation's
+# parameters in a copy of the project and show what changed with velk diff; show the operation's
 # expert form and change a copy of the machining-strategy settings file.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -27,9 +27,7 @@ copy="$(mktemp -d)/demo-project.json"
 cp "$project" "$copy"
 run set "$copy" --store 1 --op 9 Parameter.w_depth=-25 Parameter.i_coolant=1 \
   "Message.0=Drill the four mounting holes 25 deep"
-echo
-echo "\$ diff -u $project $copy"
-diff -u "$project" "$copy" || true
+run diff "$project" "$copy" || true
 
 run expert "$project" --store 1 --op 9
 settings="$(dirname "$copy")/2dhighspeedrough.bin"

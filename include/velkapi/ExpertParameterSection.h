@@ -1,16 +1,17 @@
-// The expert form of an operation's machining parameters: the catalogue of the operation's kind
-// with every length, angle and percentage held as text, exchanged as a list of text lines
-// instead of through the record store. For MILL_5AX it also carries the machining-strategy
-// settings (see GeolibWrapper).
-//
-// The lines, as writeToStrings writes them and readFromStrings reads them:
-//   line 0        the kind's name ("POCKET", ...)
-//   line 1 + k    the values numbered 100 k .. 100 k + 99 (k up to 3; numbers from 400 on go
-//                 to the line of the entry before them), in number order, each followed by
-//                 one blank
-// An int is written in decimal; the option bits that share a number are one unsigned field, the
-// sum of 2^(bit-1) over the true bits; a text as it is, in single quotes when it holds a blank,
-// and an empty text as 2147483647, which reads back as an empty text.
+/// \file
+/// The expert form of an operation's machining parameters: the catalogue of the operation's kind
+/// with every length, angle and percentage held as text, exchanged as a list of text lines
+/// instead of through the record store. For MILL_5AX it also carries the machining-strategy
+/// settings (see GeolibWrapper).
+///
+/// The lines, as writeToStrings writes them and readFromStrings reads them:
+///   line 0        the kind's name ("POCKET", ...)
+///   line 1 + k    the values numbered 100 k .. 100 k + 99 (k up to 3; numbers from 400 on go
+///                 to the line of the entry before them), in number order, each followed by
+///                 one blank
+/// An int is written in decimal; the option bits that share a number are one unsigned field, the
+/// sum of 2^(bit-1) over the true bits; a text as it is, in single quotes when it holds a blank,
+/// and an empty text as 2147483647, which reads back as an empty text.
 #pragma once
 
 #include <string>
@@ -20,40 +21,44 @@
 
 namespace VelkApi {
 
+/// The machining parameters of an operation in their expert form, every value as text.
 class VELKAPI_EXPORT ExpertParameterSection : public ParameterSection {
   public:
-    // Declares no entries: Init does.
+    /// Declares no entries: Init does.
     explicit ExpertParameterSection(MillDrillOperationType type);
+    /// A copy of another ExpertParameterSection.
     ExpertParameterSection(const ExpertParameterSection&) = default;
+    /// Becomes a copy of another ExpertParameterSection.
     ExpertParameterSection& operator=(const ExpertParameterSection&) = default;
     ~ExpertParameterSection() override;
 
-    // The expert form is never written to or read from the record store: both do nothing.
+    /// The expert form is never written to or read from the record store: both do nothing.
     void writeToVDM(OperationBase* op) override;
+    /// Reads the operation's parameter section into the expert form.
     void readFromVDM(OperationBase* op) override;
 
-    // Declares the expert catalogue of the kind. The defaults of the clearance and retract
-    // entries are the host's "w_setup_cle" and "w_setup_ret" as "%.1f" texts ("2" each when the
-    // host cannot give them); the default of "$_project" is the host's "$_project". Sets the
-    // line count to the number of lines that hold every entry, the name line included.
+    /// Declares the expert catalogue of the kind. The defaults of the clearance and retract
+    /// entries are the host's "w_setup_cle" and "w_setup_ret" as "%.1f" texts ("2" each when the
+    /// host cannot give them); the default of "$_project" is the host's "$_project". Sets the
+    /// line count to the number of lines that hold every entry, the name line included.
     virtual void Init();
-    // The expert form has no machine-dependent entries: the same as Init().
+    /// The expert form has no machine-dependent entries: the same as Init().
     void Init(bool machineAware) override;
     ValueDataType getValueDataType(const std::string& key) override;
 
-    // Writes the name line and lines.size() - 1 value lines into `lines`: the caller sizes it to
-    // say how many lines it wants (getLineCount() holds every entry). Entries on later lines are
-    // left out. When a value cannot be written, `lines` stays as it was.
+    /// Writes the name line and lines.size() - 1 value lines into `lines`: the caller sizes it to
+    /// say how many lines it wants (getLineCount() holds every entry). Entries on later lines are
+    /// left out. When a value cannot be written, `lines` stays as it was.
     virtual void writeToStrings(std::vector<std::string>& lines);
-    // The reverse of writeToStrings: every field is read back into the entry it was written
-    // from. Entries whose line or field is missing keep their values; when a field does not fit
-    // its entry, nothing is changed.
+    /// The reverse of writeToStrings: every field is read back into the entry it was written
+    /// from. Entries whose line or field is missing keep their values; when a field does not fit
+    /// its entry, nothing is changed.
     virtual void readFromStrings(const std::vector<std::string>& lines);
 
-    // Takes the values of the plain parameter section of an operation of the same kind: each
-    // entry gets the value of the plain entry it stands for, numbers as text ("%g"). A value
-    // that is not set there (2147483647, 2147483647.0) becomes an empty text here. Entries of
-    // the expert form only keep their values.
+    /// Takes the values of the plain parameter section of an operation of the same kind: each
+    /// entry gets the value of the plain entry it stands for, numbers as text ("%g"). A value
+    /// that is not set there (2147483647, 2147483647.0) becomes an empty text here. Entries of
+    /// the expert form only keep their values.
     void readFromParameters(const ParameterSection& parameters);
 };
 

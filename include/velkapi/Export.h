@@ -1,5 +1,6 @@
-// VELKAPI_EXPORT marks the classes and functions of the public interface. The library is built
-// with hidden symbols, so only what carries this macro leaves the shared library / DLL.
+/// \file
+/// VELKAPI_EXPORT marks the classes and functions of the public interface. The library is built
+/// with hidden symbols, so only what carries this macro leaves the shared library / DLL.
 #pragma once
 
 #if defined(VELKAPI_STATIC)

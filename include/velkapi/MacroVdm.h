@@ -1,6 +1,7 @@
-// A handle on one of the host's numbered record stores ("VDMs"). Every failure is shown in a
-// message box captioned "VelkApi::MacroVdm" whose text is "<store number>: <message>", and the
-// operation returns false; nothing is thrown.
+/// \file
+/// A handle on one of the host's numbered record stores ("VDMs"). Every failure is shown in a
+/// message box captioned "VelkApi::MacroVdm" whose text is "<store number>: <message>", and the
+/// operation returns false; nothing is thrown.
 #pragma once
 
 #include <string>
@@ -9,36 +10,49 @@
 
 namespace VelkApi {
 
+/// A handle on one of the host's numbered record stores: open, read and write its lines.
 class VELKAPI_EXPORT MacroVdm {
   public:
+    /// A handle on store `vdmName`, not yet open.
     explicit MacroVdm(int vdmName);
-    // Closes the store when it is still open.
+    /// Closes the store when it is still open.
     virtual ~MacroVdm();
+    /// A copy of another MacroVdm.
     MacroVdm(const MacroVdm&) = default;
+    /// Becomes a copy of another MacroVdm.
     MacroVdm& operator=(const MacroVdm&) = default;
 
-    // Opens an existing store that nobody else holds open.
+    /// Opens an existing store that nobody else holds open.
     bool Open();
-    // Opens the store when it exists; never creates one (false, silently, when it is missing).
+    /// Opens the store when it exists; never creates one (false, silently, when it is missing).
     bool Create();
+    /// Closes the store.
     bool Close();
 
+    /// Deletes `n` items at the current position.
     bool DeleteItems(int n);
-    // The line at the current position; `line` is untouched when the store is not open.
+    /// The line at the current position; `line` is untouched when the store is not open.
     bool SingleGet(std::string& line);
+    /// Adds `line` at the current position.
     bool SingleAdd(const char* line);
+    /// Replaces the line at the current position with `line`.
     bool SingleReplace(const std::string& line);
+    /// Goes to position `pos` (0-based) from the start of the store.
     bool SeekFromStart(int pos);
+    /// Moves the current position by `n` lines.
     bool SingleSeek(int n);
 
+    /// True while the store is open.
     bool isOpen() const { return handle != 0; }
+    /// The host's handle of the open store; 0 when it is closed.
     int getHandle() const { return handle; }
+    /// The store's number.
     int getVdmName() const { return vdmName; }
 
   protected:
-    // Shows "<store number>: <message>" under `caption`.
+    /// Shows "<store number>: <message>" under `caption`.
     void report(const char* caption, const std::string& message) const;
-    // True when open; otherwise reports `message` under the MacroVdm caption.
+    /// True when open; otherwise reports `message` under the MacroVdm caption.
     bool requireOpen(const char* message) const;
 
     int handle = 0;

@@ -1,4 +1,5 @@
-// The whole VelkApi interface.
+/// \file
+/// The whole VelkApi interface.
 #pragma once
 
 #include <velkapi/ActionSection.h>

@@ -1,0 +1,61 @@
+// What changed between two projects: values of the environment, globals and drawing; stores
+// added or removed; and within a store the operations inserted, deleted or changed, a changed
+// one by its values (Section.key old -> new) or, where its values tell nothing, by its lines.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "ProjectSnapshot.h"
+
+namespace velk {
+
+// A value that changed: before only, it was removed; after only, it was added.
+struct ValueChange {
+    std::string name;  // "Parameter.w_depth", "environment.TURNDRIVENTOOLS", ...
+    std::optional<ShownValue> before;
+    std::optional<ShownValue> after;
+};
+
+// A line removed from or added to a section of a record.
+struct LineChange {
+    std::string section;
+    bool added = false;
+    std::string line;
+};
+
+// A record of a store: "inserted" (after only), "deleted" (before only) or "changed".
+struct RecordChange {
+    std::string change;
+    std::optional<int> before;  // its number in the project before
+    std::optional<int> after;   // and after
+    std::string kind;
+    std::vector<ValueChange> values;
+    std::vector<LineChange> lines;
+};
+
+struct StoreChange {
+    int store = 0;
+    std::string change;  // "added", "removed" or "changed"
+    std::vector<RecordChange> records;
+};
+
+struct ProjectChanges {
+    std::vector<ValueChange> environment;
+    std::vector<ValueChange> globals;
+    std::vector<ValueChange> drawing;
+    std::vector<StoreChange> stores;
+
+    bool empty() const {
+        return environment.empty() && globals.empty() && drawing.empty() && stores.empty();
+    }
+};
+
+ProjectChanges compareProjects(const ProjectSnapshot& before, const ProjectSnapshot& after);
+
+// A JSON value as velk prints it: a text as it stands, a number in its shortest exact form, a
+// list as "[a, b]", an object as compact JSON.
+std::string jsonText(const nlohmann::ordered_json& value);
+
+}  // namespace velk
