@@ -338,14 +338,22 @@ double SectionDictionary::getDoubleFromLine(const std::string& line, size_t n, d
                reason + " ";
     };
     return guarded(defaultval, describe, [&] {
-        std::string decimal = line;
-        std::replace(decimal.begin(), decimal.end(), ',', '.');
-        std::size_t pos = text::fieldPosition(decimal, n);
+        std::size_t pos = text::fieldPosition(line, n);
         if (pos == text::kNotFound) {
             return defaultval;
         }
+        // A ',' reads as a decimal point. A number never reaches past its field, so only the
+        // field is copied to be read.
+        text::skipBlanks(line, pos);
+        std::size_t end = pos;
+        while (end < line.size() && !text::isBlank(line[end])) {
+            ++end;
+        }
+        std::string field = line.substr(pos, end - pos);
+        std::replace(field.begin(), field.end(), ',', '.');
+        std::size_t at = 0;
         double result = defaultval;
-        text::readDouble(decimal, pos, result, defaultval);
+        text::readDouble(field, at, result, defaultval);
         return result;
     });
 }
