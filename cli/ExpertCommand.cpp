@@ -10,6 +10,7 @@
 #include <optional>
 
 #include "Commands.h"
+#include "Progress.h"
 #include "Project.h"
 
 namespace velk {
@@ -62,8 +63,11 @@ void printExpertForm(const ExpertOptions& options, int nr) {
 
 void printExpert(const ExpertOptions& options) {
     loadProject(options.project);
-    for (const int nr : chosenOperations(options)) {
+    const std::vector<int> chosen = chosenOperations(options);
+    Progress progress("operations", chosen.size());
+    for (const int nr : chosen) {
         printExpertForm(options, nr);
+        progress.advance();
     }
     reportHostMessages();
 }
