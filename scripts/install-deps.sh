@@ -1,12 +1,15 @@
 #!/usr/bin/env bash
 # Installs the Debian packages the build needs, only those that are missing.
-# Usage: scripts/install-deps.sh [windows]   ("windows" adds the MinGW-w64 cross compiler, the
-#        GoogleTest sources it builds GoogleTest from, and Wine to run the Windows programs)
+# Usage: scripts/install-deps.sh [windows|bench]   ("windows" adds the MinGW-w64 cross compiler,
+#        the GoogleTest sources it builds GoogleTest from, and Wine to run the Windows programs;
+#        "bench" adds Google Benchmark, and gnuplot and jq for the plot of the results)
 set -euo pipefail
 
 packages=(cmake ninja-build g++ pkg-config libgtest-dev nlohmann-json3-dev libcli11-dev)
 if [[ "${1:-}" == windows ]]; then
   packages+=(g++-mingw-w64-x86-64-posix googletest wine64 wine)
+elif [[ "${1:-}" == bench ]]; then
+  packages+=(libbenchmark-dev gnuplot-nox jq)
 fi
 
 missing=()

@@ -1,0 +1,41 @@
+// Reading a whole store of operations, and listing and reading a whole tool store, at growing
+// sizes: the time per operation or tool should not grow with the store.
+#include <benchmark/benchmark.h>
+#include <velkapi/MillDrillOperation.h>
+#include <velkapi/ToolList.h>
+
+#include "BenchProject.h"
+
+namespace bench {
+
+namespace {
+
+void ReadAll(benchmark::State& state) {
+    const auto operations = static_cast<int>(state.range(0));
+    const int store = operationStore(operations);
+    for (auto _ : state) {
+        for (int nr = 0; nr < operations; ++nr) {
+            VelkApi::MillDrillOperation operation(store, nr);
+            operation.readFromVDM();
+            benchmark::DoNotOptimize(operation.getOperationType());
+        }
+    }
+    state.SetItemsProcessed(state.iterations() * operations);
+}
+BENCHMARK(ReadAll)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
+
+void ToolList(benchmark::State& state) {
+    const auto tools = static_cast<int>(state.range(0));
+    const int store = toolStore(tools);
+    for (auto _ : state) {
+        VelkApi::ToolList list(store);
+        list.readFromVDM();
+        benchmark::DoNotOptimize(list.getToolCount());
+    }
+    state.SetItemsProcessed(state.iterations() * tools);
+}
+BENCHMARK(ToolList)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
+
+}  // namespace
+
+}  // namespace bench
