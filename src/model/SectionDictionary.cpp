@@ -13,9 +13,13 @@ using detail::guarded;
 
 namespace {
 
+// Keys are matched without regard to case: A to Z read as a to z (as tolower does in the "C"
+// locale), whatever locale the host process has set.
 std::string lowerCased(std::string text) {
     for (char& c : text) {
-        c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+        if (c >= 'A' && c <= 'Z') {
+            c = static_cast<char>(c - 'A' + 'a');
+        }
     }
     return text;
 }
@@ -38,7 +42,10 @@ SectionDictionary::Entries& SectionDictionary::entryMap() const {
 
 SectionValue* SectionDictionary::findEntry(const std::string& key) const {
     Entries& map = entryMap();
-    const auto found = map.find(lowerCased(key));
+    // Keys are kept lower-cased; most keys asked for already are, and are looked up as they are.
+    const bool lower =
+        std::none_of(key.begin(), key.end(), [](char c) { return c >= 'A' && c <= 'Z'; });
+    const auto found = lower ? map.find(key) : map.find(lowerCased(key));
     return found == map.end() ? nullptr : found->second.get();
 }
 

@@ -1,6 +1,5 @@
 #include "model/TextHelpers.h"
 
-#include <cctype>
 #include <cerrno>
 #include <charconv>
 #include <climits>
@@ -8,11 +7,6 @@
 #include <stdexcept>
 
 namespace VelkApi::text {
-
-bool isBlank(char c) {
-    const auto byte = static_cast<unsigned char>(c);
-    return byte != 0 && byte < 0x80 && std::isspace(byte) != 0;
-}
 
 void skipBlanks(const std::string& line, std::size_t& pos) {
     while (pos < line.size() && isBlank(line[pos])) {
