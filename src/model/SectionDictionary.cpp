@@ -199,32 +199,43 @@ void SectionDictionary::clear() {
 // ---- declaring entries
 
 void SectionDictionary::insertEntry(std::unique_ptr<SectionValue> entry) {
-    const std::string key = entry->getName();
-    entryMap().emplace(key, std::move(entry));
+    std::string key = entry->getName();
+    entryMap().emplace(std::move(key), std::move(entry));
 }
 
+namespace {
+
+constexpr const char* kAddParameterText =
+    "Error in SectionDictionary::addParameter(int pnr, const string &  name, Value * value, "
+    "Value* defaultval, ValueDataType vdtype, bool isaxis)";
+
+}  // namespace
+
+// The adders build each value together with its shared count in one allocation; a failure
+// there is the adder's own, a failure in making the entry is addParameter's, as for values
+// handed to addParameter.
 template <typename Kind, typename Datum>
 void SectionDictionary::addValuePair(int pnr, const std::string& name, Datum defaultval, Datum val,
                                      ValueDataType vdtype, bool isaxis) {
-    auto value = std::make_unique<Kind>(val);
-    auto fallback = std::make_unique<Kind>(defaultval);
-    addParameter(pnr, name, value.release(), fallback.release(), vdtype, isaxis);
+    std::shared_ptr<Value> value = std::make_shared<Kind>(val);
+    std::shared_ptr<Value> fallback = std::make_shared<Kind>(defaultval);
+    guarded(kAddParameterText, [&] {
+        insertEntry(std::make_unique<SectionValue>(pnr, 0, lowerCased(name), std::move(value),
+                                                   std::move(fallback), vdtype, isaxis));
+    });
 }
 
 void SectionDictionary::addParameter(int pnr, const std::string& name, Value* value,
                                      Value* defaultval, ValueDataType vdtype, bool isaxis) {
-    guarded(
-        "Error in SectionDictionary::addParameter(int pnr, const string &  name, Value * value, "
-        "Value* defaultval, ValueDataType vdtype, bool isaxis)",
-        [&] {
-            // Owned from here on, whatever fails below.
-            std::unique_ptr<Value> valueOwner(value);
-            std::unique_ptr<Value> defaultOwner(defaultval);
-            std::shared_ptr<Value> ownedValue(std::move(valueOwner));
-            std::shared_ptr<Value> ownedDefault(std::move(defaultOwner));
-            insertEntry(std::make_unique<SectionValue>(pnr, 0, lowerCased(name), ownedValue,
-                                                       ownedDefault, vdtype, isaxis));
-        });
+    guarded(kAddParameterText, [&] {
+        // Owned from here on, whatever fails below.
+        std::unique_ptr<Value> valueOwner(value);
+        std::unique_ptr<Value> defaultOwner(defaultval);
+        std::shared_ptr<Value> ownedValue(std::move(valueOwner));
+        std::shared_ptr<Value> ownedDefault(std::move(defaultOwner));
+        insertEntry(std::make_unique<SectionValue>(pnr, 0, lowerCased(name), ownedValue,
+                                                   ownedDefault, vdtype, isaxis));
+    });
 }
 
 void SectionDictionary::addDoubleParameter(int pnr, const std::string& name, double defaultval,
