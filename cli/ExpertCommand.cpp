@@ -11,6 +11,7 @@
 
 #include "Commands.h"
 #include "EntryText.h"
+#include "Progress.h"
 #include "Project.h"
 
 namespace velk {
@@ -63,8 +64,11 @@ void printExpertForm(const ExpertOptions& options, int nr) {
 
 void printExpert(const ExpertOptions& options) {
     loadProject(options.project);
-    for (const int nr : chosenOperations(options)) {
+    const std::vector<int> chosen = chosenOperations(options);
+    Progress progress("operations", chosen.size());
+    for (const int nr : chosen) {
         printExpertForm(options, nr);
+        progress.advance();
     }
     reportHostMessages();
 }

@@ -8,6 +8,7 @@
 #include <memory>
 
 #include "Commands.h"
+#include "Progress.h"
 #include "Project.h"
 
 namespace velk {
@@ -23,6 +24,7 @@ void listOperations(const OpsOptions& options) {
     loadProject(options.project);
     requireStore(options.store);
     const auto count = velkhost::OfflineHost::instance().records(options.store).size();
+    Progress progress("operations", count);
     for (std::size_t nr = 0; nr < count; ++nr) {
         const int number = static_cast<int>(nr);
         // The kind as an operation finds it; the list entry's own kind goes by the header's
@@ -31,6 +33,7 @@ void listOperations(const OpsOptions& options) {
         const auto kind = VelkApi::MillDrillOperation::GetOperationType(options.store, number);
         std::cout << std::setw(4) << nr << "  " << std::left << std::setw(12) << kindName(kind)
                   << std::right << "  " << decl.getDescription() << "\n";
+        progress.advance();
     }
     reportHostMessages();
 }

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "Commands.h"
+#include "Progress.h"
 
 namespace velk {
 
@@ -41,8 +42,11 @@ void printStore(int store) {
     const int count = vdm.OperationCount();
     std::cout << "store " << store << ": " << count
               << (count == 1 ? " operation\n" : " operations\n");
+    Progress progress("operations of store " + std::to_string(store),
+                      static_cast<std::size_t>(count));
     for (int number = 0; number < count; ++number) {
         printOperation(vdm, number);
+        progress.advance();
     }
     vdm.Close();
 }

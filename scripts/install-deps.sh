@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
 # Installs the Debian packages the build needs, only those that are missing.
-# Usage: scripts/install-deps.sh [windows|docs]   ("windows" adds the MinGW-w64 cross compiler,
-#        the GoogleTest sources it builds GoogleTest from, and Wine to run the Windows programs;
-#        "docs" adds Doxygen for the API reference and man to check the manual page)
+# Usage: scripts/install-deps.sh [windows|docs|bench]   ("windows" adds the MinGW-w64 cross
+#        compiler, the GoogleTest sources it builds GoogleTest from, and Wine to run the Windows
+#        programs; "docs" adds Doxygen for the API reference and man to check the manual page;
+#        "bench" adds Google Benchmark, and gnuplot and jq for the plot of the results)
 set -euo pipefail
 
 packages=(cmake ninja-build g++ pkg-config libgtest-dev nlohmann-json3-dev libcli11-dev)
@@ -10,6 +11,8 @@ if [[ "${1:-}" == windows ]]; then
   packages+=(g++-mingw-w64-x86-64-posix googletest wine64 wine)
 elif [[ "${1:-}" == docs ]]; then
   packages+=(doxygen man-db)
+elif [[ "${1:-}" == bench ]]; then
+  packages+=(libbenchmark-dev gnuplot-nox jq)
 fi
 
 missing=()

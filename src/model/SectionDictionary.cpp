@@ -13,9 +13,13 @@ using detail::guarded;
 
 namespace {
 
+// Keys are matched without regard to case: A to Z read as a to z (as tolower does in the "C"
+// locale), whatever locale the host process has set.
 std::string lowerCased(std::string text) {
     for (char& c : text) {
-        c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+        if (c >= 'A' && c <= 'Z') {
+            c = static_cast<char>(c - 'A' + 'a');
+        }
     }
     return text;
 }
@@ -38,7 +42,10 @@ SectionDictionary::Entries& SectionDictionary::entryMap() const {
 
 SectionValue* SectionDictionary::findEntry(const std::string& key) const {
     Entries& map = entryMap();
-    const auto found = map.find(lowerCased(key));
+    // Keys are kept lower-cased; most keys asked for already are, and are looked up as they are.
+    const bool lower =
+        std::none_of(key.begin(), key.end(), [](char c) { return c >= 'A' && c <= 'Z'; });
+    const auto found = lower ? map.find(key) : map.find(lowerCased(key));
     return found == map.end() ? nullptr : found->second.get();
 }
 
@@ -192,32 +199,43 @@ void SectionDictionary::clear() {
 // ---- declaring entries
 
 void SectionDictionary::insertEntry(std::unique_ptr<SectionValue> entry) {
-    const std::string key = entry->getName();
-    entryMap().emplace(key, std::move(entry));
+    std::string key = entry->getName();
+    entryMap().emplace(std::move(key), std::move(entry));
 }
 
+namespace {
+
+constexpr const char* kAddParameterText =
+    "Error in SectionDictionary::addParameter(int pnr, const string &  name, Value * value, "
+    "Value* defaultval, ValueDataType vdtype, bool isaxis)";
+
+}  // namespace
+
+// The adders build each value together with its shared count in one allocation; a failure
+// there is the adder's own, a failure in making the entry is addParameter's, as for values
+// handed to addParameter.
 template <typename Kind, typename Datum>
 void SectionDictionary::addValuePair(int pnr, const std::string& name, Datum defaultval, Datum val,
                                      ValueDataType vdtype, bool isaxis) {
-    auto value = std::make_unique<Kind>(val);
-    auto fallback = std::make_unique<Kind>(defaultval);
-    addParameter(pnr, name, value.release(), fallback.release(), vdtype, isaxis);
+    std::shared_ptr<Value> value = std::make_shared<Kind>(val);
+    std::shared_ptr<Value> fallback = std::make_shared<Kind>(defaultval);
+    guarded(kAddParameterText, [&] {
+        insertEntry(std::make_unique<SectionValue>(pnr, 0, lowerCased(name), std::move(value),
+                                                   std::move(fallback), vdtype, isaxis));
+    });
 }
 
 void SectionDictionary::addParameter(int pnr, const std::string& name, Value* value,
                                      Value* defaultval, ValueDataType vdtype, bool isaxis) {
-    guarded(
-        "Error in SectionDictionary::addParameter(int pnr, const string &  name, Value * value, "
-        "Value* defaultval, ValueDataType vdtype, bool isaxis)",
-        [&] {
-            // Owned from here on, whatever fails below.
-            std::unique_ptr<Value> valueOwner(value);
-            std::unique_ptr<Value> defaultOwner(defaultval);
-            std::shared_ptr<Value> ownedValue(std::move(valueOwner));
-            std::shared_ptr<Value> ownedDefault(std::move(defaultOwner));
-            insertEntry(std::make_unique<SectionValue>(pnr, 0, lowerCased(name), ownedValue,
-                                                       ownedDefault, vdtype, isaxis));
-        });
+    guarded(kAddParameterText, [&] {
+        // Owned from here on, whatever fails below.
+        std::unique_ptr<Value> valueOwner(value);
+        std::unique_ptr<Value> defaultOwner(defaultval);
+        std::shared_ptr<Value> ownedValue(std::move(valueOwner));
+        std::shared_ptr<Value> ownedDefault(std::move(defaultOwner));
+        insertEntry(std::make_unique<SectionValue>(pnr, 0, lowerCased(name), ownedValue,
+                                                   ownedDefault, vdtype, isaxis));
+    });
 }
 
 void SectionDictionary::addDoubleParameter(int pnr, const std::string& name, double defaultval,
@@ -338,14 +356,22 @@ double SectionDictionary::getDoubleFromLine(const std::string& line, size_t n, d
                reason + " ";
     };
     return guarded(defaultval, describe, [&] {
-        std::string decimal = line;
-        std::replace(decimal.begin(), decimal.end(), ',', '.');
-        std::size_t pos = text::fieldPosition(decimal, n);
+        std::size_t pos = text::fieldPosition(line, n);
         if (pos == text::kNotFound) {
             return defaultval;
         }
+        // A ',' reads as a decimal point. A number never reaches past its field, so only the
+        // field is copied to be read.
+        text::skipBlanks(line, pos);
+        std::size_t end = pos;
+        while (end < line.size() && !text::isBlank(line[end])) {
+            ++end;
+        }
+        std::string field = line.substr(pos, end - pos);
+        std::replace(field.begin(), field.end(), ',', '.');
+        std::size_t at = 0;
         double result = defaultval;
-        text::readDouble(decimal, pos, result, defaultval);
+        text::readDouble(field, at, result, defaultval);
         return result;
     });
 }

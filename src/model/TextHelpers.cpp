@@ -1,6 +1,5 @@
 #include "model/TextHelpers.h"
 
-#include <cctype>
 #include <cerrno>
 #include <charconv>
 #include <climits>
@@ -8,11 +7,6 @@
 #include <stdexcept>
 
 namespace VelkApi::text {
-
-bool isBlank(char c) {
-    const auto byte = static_cast<unsigned char>(c);
-    return byte != 0 && byte < 0x80 && std::isspace(byte) != 0;
-}
 
 void skipBlanks(const std::string& line, std::size_t& pos) {
     while (pos < line.size() && isBlank(line[pos])) {
@@ -22,8 +16,9 @@ void skipBlanks(const std::string& line, std::size_t& pos) {
 
 namespace {
 
-long convertLong(const std::string& text, std::size_t& used) {
-    const char* begin = text.c_str();
+// The conversions work on the zero-terminated text from `begin`, as strtol and strtod do, so
+// that a reader converts in place in its line without copying the rest of it.
+long convertLong(const char* begin, std::size_t& used) {
     char* end = nullptr;
     errno = 0;
     const long value = std::strtol(begin, &end, 10);
@@ -37,31 +32,19 @@ long convertLong(const std::string& text, std::size_t& used) {
     return value;
 }
 
-}  // namespace
-
-std::size_t toInt(const std::string& text, int& target) {
-    if (text.empty()) {
-        return 0;
-    }
+std::size_t intFrom(const char* begin, int& target) {
     std::size_t used = 0;
-    target = static_cast<int>(convertLong(text, used));
+    target = static_cast<int>(convertLong(begin, used));
     return used;
 }
 
-std::size_t toByte(const std::string& text, char& target) {
-    if (text.empty()) {
-        return 0;
-    }
+std::size_t byteFrom(const char* begin, char& target) {
     std::size_t used = 0;
-    target = static_cast<char>(convertLong(text, used));
+    target = static_cast<char>(convertLong(begin, used));
     return used;
 }
 
-std::size_t toDouble(const std::string& text, double& target) {
-    if (text.empty()) {
-        return 0;
-    }
-    const char* begin = text.c_str();
+std::size_t doubleFrom(const char* begin, double& target) {
     char* end = nullptr;
     errno = 0;
     const double value = std::strtod(begin, &end);
@@ -73,6 +56,20 @@ std::size_t toDouble(const std::string& text, double& target) {
     }
     target = value;
     return static_cast<std::size_t>(end - begin);
+}
+
+}  // namespace
+
+std::size_t toInt(const std::string& text, int& target) {
+    return text.empty() ? 0 : intFrom(text.c_str(), target);
+}
+
+std::size_t toByte(const std::string& text, char& target) {
+    return text.empty() ? 0 : byteFrom(text.c_str(), target);
+}
+
+std::size_t toDouble(const std::string& text, double& target) {
+    return text.empty() ? 0 : doubleFrom(text.c_str(), target);
 }
 
 std::size_t fieldPosition(const std::string& line, std::size_t n) {
@@ -101,7 +98,7 @@ std::size_t readWith(const std::string& line, std::size_t& pos, Target& target, 
         target = fallback;
         return 0;
     }
-    const std::size_t used = convert(line.substr(pos), target);
+    const std::size_t used = convert(line.c_str() + pos, target);
     if (used == 0) {
         target = fallback;
         return 0;
@@ -113,7 +110,7 @@ std::size_t readWith(const std::string& line, std::size_t& pos, Target& target, 
 }  // namespace
 
 std::size_t readInt(const std::string& line, std::size_t& pos, int& target, int fallback) {
-    return readWith(line, pos, target, fallback, toInt);
+    return readWith(line, pos, target, fallback, intFrom);
 }
 
 bool readIntIfAny(const std::string& line, std::size_t& pos, int& target) {
@@ -132,11 +129,11 @@ bool readIntIfAny(const std::string& line, std::size_t& pos, int& target) {
 }
 
 std::size_t readByte(const std::string& line, std::size_t& pos, char& target) {
-    return readWith(line, pos, target, char{0}, toByte);
+    return readWith(line, pos, target, char{0}, byteFrom);
 }
 
 std::size_t readDouble(const std::string& line, std::size_t& pos, double& target, double fallback) {
-    return readWith(line, pos, target, fallback, toDouble);
+    return readWith(line, pos, target, fallback, doubleFrom);
 }
 
 std::size_t readToken(const std::string& line, std::size_t& pos, std::string& target,

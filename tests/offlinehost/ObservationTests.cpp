@@ -136,5 +136,64 @@ TEST_F(ObservationTest, ResetClearsEveryRecord) {
     EXPECT_EQ(host.callCount("MessageBoxA"), 0);
 }
 
+TEST_F(ObservationTest, NothingIsRecordedUntilRecordingStarts) {
+    VelkMacroVdmExists(1);
+    EXPECT_TRUE(host.recordedCalls().empty());
+}
+
+TEST_F(ObservationTest, RecordedCallsKeepTheirOrderAndArguments) {
+    host.setStore(5, {{"3 1 1 1", "first"}});
+    char line[5000] = {};
+    int status = 0;
+    host.startRecordingCalls();
+    VelkEnvironment("TURNDRIVENTOOLS");
+    const int handle = VelkMacroVdmOpen(5, 1);
+    VelkMacroVdmSeek(handle, 0, 0);
+    VelkMacroVdmSingleGet$(handle, line, 1);
+    VelkMacroVdmSingleReplace$(handle, "3 1 1 2", 1);
+    VelkMacroVdmClose(handle);
+    VelkReadGlobalW("w_setup_cle", &status);
+    host.stopRecordingCalls();
+    VelkMacroVdmExists(5);
+
+    const std::vector<velkhost::HostCall> calls = host.recordedCalls();
+    ASSERT_EQ(calls.size(), 7U);
+    const std::vector<std::string> names = {
+        "VelkEnvironment",        "VelkMacroVdmOpen",           "VelkMacroVdmSeek",
+        "VelkMacroVdmSingleGet$", "VelkMacroVdmSingleReplace$", "VelkMacroVdmClose",
+        "VelkReadGlobalW"};
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        EXPECT_EQ(calls[i].exportName, names[i]) << i;
+    }
+    EXPECT_EQ(calls[0].text, "TURNDRIVENTOOLS");
+    EXPECT_TRUE(calls[0].numbers.empty());
+    EXPECT_EQ(calls[1].numbers, (std::vector<int>{5, 1}));
+    EXPECT_EQ(calls[2].numbers, (std::vector<int>{handle, 0, 0}));
+    EXPECT_EQ(calls[3].numbers, (std::vector<int>{handle, 1}));
+    EXPECT_EQ(calls[3].text, "");
+    EXPECT_EQ(calls[4].text, "3 1 1 2");
+    EXPECT_EQ(calls[5].numbers, (std::vector<int>{handle}));
+    EXPECT_EQ(calls[6].text, "w_setup_cle");
+}
+
+TEST_F(ObservationTest, StartingAgainEmptiesTheRecord) {
+    host.startRecordingCalls();
+    VelkMacroVdmExists(1);
+    host.startRecordingCalls();
+    VelkMacroVdmCheckOpen(2);
+    const std::vector<velkhost::HostCall> calls = host.recordedCalls();
+    ASSERT_EQ(calls.size(), 1U);
+    EXPECT_EQ(calls[0].exportName, "VelkMacroVdmCheckOpen");
+    EXPECT_EQ(calls[0].numbers, (std::vector<int>{2}));
+}
+
+TEST_F(ObservationTest, ResetStopsAndClearsTheRecord) {
+    host.startRecordingCalls();
+    VelkMacroVdmExists(1);
+    host.reset();
+    VelkMacroVdmExists(1);
+    EXPECT_TRUE(host.recordedCalls().empty());
+}
+
 }  // namespace
 }  // namespace offlinehost

@@ -1,6 +1,8 @@
-// Definitions of the exported host functions: each counts its call under its own name and
-// hands over to the process's offline host.
+// Definitions of the exported host functions: each counts its call under its own name (and,
+// while calls are recorded, records it with its int and text arguments) and hands over to the
+// process's offline host.
 #include <array>
+#include <initializer_list>
 #include <type_traits>
 
 #include "ExportedFunctions.h"
@@ -11,9 +13,11 @@ using velkhost::CadObject;
 
 namespace {
 
-velkhost::detail::HostState& counted(const char* exportName) {
+velkhost::detail::HostState& counted(const char* exportName,
+                                     std::initializer_list<int> numbers = {},
+                                     const char* text = nullptr) {
     velkhost::detail::HostState& state = velkhost::detail::hostState();
-    state.countCall(exportName);
+    state.countCall(exportName, numbers, text);
     return state;
 }
 
@@ -22,128 +26,132 @@ velkhost::detail::HostState& counted(const char* exportName) {
 extern "C" {
 
 VELKHOST_EXPORT void* VelkGetWnd(int which) {
-    counted(__func__);
+    counted(__func__, {which});
     return velkhost::detail::fakeWindow(which);
 }
 VELKHOST_EXPORT const char* VelkEnvironment(const char* name) {
-    return counted(__func__).variables.environment(name);
+    return counted(__func__, {}, name).variables.environment(name);
 }
 
 VELKHOST_EXPORT int VelkReadGlobalI(const char* name, int* status) {
-    return counted(__func__).variables.readInt(name, status);
+    return counted(__func__, {}, name).variables.readInt(name, status);
 }
 VELKHOST_EXPORT double VelkReadGlobalW(const char* name, int* status) {
-    return counted(__func__).variables.readDouble(name, status);
+    return counted(__func__, {}, name).variables.readDouble(name, status);
 }
 VELKHOST_EXPORT void VelkReadGlobal$(const char* name, char* buffer, int* status) {
-    counted(__func__).variables.readText(name, buffer, status);
+    counted(__func__, {}, name).variables.readText(name, buffer, status);
 }
 VELKHOST_EXPORT void VelkWriteGlobalI(const char* name, int value, int* status) {
-    counted(__func__).variables.writeInt(name, value, status);
+    counted(__func__, {value}, name).variables.writeInt(name, value, status);
 }
 VELKHOST_EXPORT void VelkWriteGlobalW(const char* name, double value, int* status) {
-    counted(__func__).variables.writeDouble(name, value, status);
+    counted(__func__, {}, name).variables.writeDouble(name, value, status);
 }
 VELKHOST_EXPORT void VelkWriteGlobal$(const char* name, const char* value, int* status) {
-    counted(__func__).variables.writeText(name, value, status);
+    counted(__func__, {}, name).variables.writeText(name, value, status);
 }
 VELKHOST_EXPORT void VelkReadGlobalArrayI(const char* name, int first, int count, int* values,
                                           int* status) {
-    counted(__func__).variables.readIntArray(name, first, count, values, status);
+    counted(__func__, {first, count}, name)
+        .variables.readIntArray(name, first, count, values, status);
 }
 VELKHOST_EXPORT void VelkReadGlobalArrayW(const char* name, int first, int count, double* values,
                                           int* status) {
-    counted(__func__).variables.readDoubleArray(name, first, count, values, status);
+    counted(__func__, {first, count}, name)
+        .variables.readDoubleArray(name, first, count, values, status);
 }
 VELKHOST_EXPORT void VelkWriteGlobalArrayI(const char* name, int first, int count,
                                            const int* values, int* status) {
-    counted(__func__).variables.writeIntArray(name, first, count, values, status);
+    counted(__func__, {first, count}, name)
+        .variables.writeIntArray(name, first, count, values, status);
 }
 VELKHOST_EXPORT void VelkWriteGlobalArrayW(const char* name, int first, int count,
                                            const double* values, int* status) {
-    counted(__func__).variables.writeDoubleArray(name, first, count, values, status);
+    counted(__func__, {first, count}, name)
+        .variables.writeDoubleArray(name, first, count, values, status);
 }
 
 VELKHOST_EXPORT int VelkMacroVdmExists(int vdm) {
-    return counted(__func__).stores.exists(vdm);
+    return counted(__func__, {vdm}).stores.exists(vdm);
 }
 VELKHOST_EXPORT int VelkMacroVdmCheckOpen(int vdm) {
-    return counted(__func__).stores.checkOpen(vdm);
+    return counted(__func__, {vdm}).stores.checkOpen(vdm);
 }
-VELKHOST_EXPORT int VelkMacroVdmOpen(int vdm, int /*mode*/) {
-    return counted(__func__).stores.open(vdm);
+VELKHOST_EXPORT int VelkMacroVdmOpen(int vdm, int mode) {
+    return counted(__func__, {vdm, mode}).stores.open(vdm);
 }
 VELKHOST_EXPORT int VelkMacroVdmClose(int handle) {
-    return counted(__func__).stores.close(handle);
+    return counted(__func__, {handle}).stores.close(handle);
 }
 VELKHOST_EXPORT int VelkMacroVdmSize(int handle) {
-    return counted(__func__).stores.size(handle);
+    return counted(__func__, {handle}).stores.size(handle);
 }
 VELKHOST_EXPORT int VelkMacroVdmSeek(int handle, int pos, int origin) {
-    return counted(__func__).stores.seek(handle, pos, origin);
+    return counted(__func__, {handle, pos, origin}).stores.seek(handle, pos, origin);
 }
 VELKHOST_EXPORT int VelkMacroVdmSingleSeek(int handle, int n) {
-    return counted(__func__).stores.singleSeek(handle, n);
+    return counted(__func__, {handle, n}).stores.singleSeek(handle, n);
 }
-VELKHOST_EXPORT int VelkMacroVdmSingleGet$(int handle, char* buffer, int /*n*/) {
-    return counted(__func__).stores.singleGet(handle, buffer);
+VELKHOST_EXPORT int VelkMacroVdmSingleGet$(int handle, char* buffer, int n) {
+    return counted(__func__, {handle, n}).stores.singleGet(handle, buffer);
 }
-VELKHOST_EXPORT int VelkMacroVdmSingleAdd$(int handle, const char* line, int /*n*/) {
-    return counted(__func__).stores.singleAdd(handle, line);
+VELKHOST_EXPORT int VelkMacroVdmSingleAdd$(int handle, const char* line, int n) {
+    return counted(__func__, {handle, n}, line).stores.singleAdd(handle, line);
 }
-VELKHOST_EXPORT int VelkMacroVdmSingleReplace$(int handle, const char* line, int /*n*/) {
-    return counted(__func__).stores.singleReplace(handle, line);
+VELKHOST_EXPORT int VelkMacroVdmSingleReplace$(int handle, const char* line, int n) {
+    return counted(__func__, {handle, n}, line).stores.singleReplace(handle, line);
 }
-VELKHOST_EXPORT int VelkMacroVdmInsert$(int handle, const char* text, int /*n*/) {
-    return counted(__func__).stores.insert(handle, text);
+VELKHOST_EXPORT int VelkMacroVdmInsert$(int handle, const char* text, int n) {
+    return counted(__func__, {handle, n}, text).stores.insert(handle, text);
 }
 VELKHOST_EXPORT int VelkMacroVdmSingleDelete(int handle, int n) {
-    return counted(__func__).stores.singleDelete(handle, n);
+    return counted(__func__, {handle, n}).stores.singleDelete(handle, n);
 }
 
 // The drawing: an unknown figure is -1, an unknown object 0 (and deleted, without a type,
 // name or attribute, at the origin).
 VELKHOST_EXPORT int VelkGetFigure(const char* name) {
-    return counted(__func__).project.cad.figureNumber(name);
+    return counted(__func__, {}, name).project.cad.figureNumber(name);
 }
 VELKHOST_EXPORT int VelkGetFigureObject(int figure) {
-    return counted(__func__).project.cad.figureObject(figure, 0);
+    return counted(__func__, {figure}).project.cad.figureObject(figure, 0);
 }
 VELKHOST_EXPORT int VelkGetFigureInstance(int figure, int attrib) {
-    return counted(__func__).project.cad.figureObject(figure, attrib);
+    return counted(__func__, {figure, attrib}).project.cad.figureObject(figure, attrib);
 }
-VELKHOST_EXPORT int VelkGetNonCadObject(int number, int /*mode*/) {
-    return counted(__func__).project.cad.nonCadObject(number);
+VELKHOST_EXPORT int VelkGetNonCadObject(int number, int mode) {
+    return counted(__func__, {number, mode}).project.cad.nonCadObject(number);
 }
 VELKHOST_EXPORT int VelkGetObjectDelete(int object) {
-    const CadObject* found = counted(__func__).project.cad.object(object);
+    const CadObject* found = counted(__func__, {object}).project.cad.object(object);
     return !found || found->deleted ? 1 : 0;
 }
 VELKHOST_EXPORT int VelkGetObjectType(int object) {
-    const CadObject* found = counted(__func__).project.cad.object(object);
+    const CadObject* found = counted(__func__, {object}).project.cad.object(object);
     return found ? found->type : 0;
 }
 VELKHOST_EXPORT int VelkGetObjectName(int object) {
-    const CadObject* found = counted(__func__).project.cad.object(object);
+    const CadObject* found = counted(__func__, {object}).project.cad.object(object);
     return found ? found->name : 0;
 }
 VELKHOST_EXPORT int VelkGetObjectAttribute(int object) {
-    const CadObject* found = counted(__func__).project.cad.object(object);
+    const CadObject* found = counted(__func__, {object}).project.cad.object(object);
     return found ? found->attribute : 0;
 }
 VELKHOST_EXPORT const char* VelkFigureFindName(int figure) {
-    return counted(__func__).project.cad.figureName(figure);
+    return counted(__func__, {figure}).project.cad.figureName(figure);
 }
 VELKHOST_EXPORT void VelkObjectStart(int object, double* x, double* y, double* z) {
-    const CadObject* found = counted(__func__).project.cad.object(object);
+    const CadObject* found = counted(__func__, {object}).project.cad.object(object);
     const std::array<double, 3> start = found ? found->start : std::array<double, 3>{};
     *x = start[0];
     *y = start[1];
     *z = start[2];
 }
-VELKHOST_EXPORT void VelkProcessCad(VelkCadCallback cb, int /*mode*/, void* /*a*/, void* /*b*/,
-                                    void* /*c*/, int /*d*/, void* context) {
-    counted(__func__).project.cad.walk(cb, context);
+VELKHOST_EXPORT void VelkProcessCad(VelkCadCallback cb, int mode, void* /*a*/, void* /*b*/,
+                                    void* /*c*/, int d, void* context) {
+    counted(__func__, {mode, d}).project.cad.walk(cb, context);
 }
 
 VELKHOST_EXPORT int VelkMissingAPI() {
@@ -151,7 +159,8 @@ VELKHOST_EXPORT int VelkMissingAPI() {
 }
 VELKHOST_EXPORT int MessageBoxA(void* owner, const char* text, const char* caption,
                                 unsigned style) {
-    return counted(__func__).showMessageBox(owner, text, caption, style);
+    return counted(__func__, {static_cast<int>(style)}, text)
+        .showMessageBox(owner, text, caption, style);
 }
 }
 

@@ -12,8 +12,12 @@ void HostState::replaceProject(Project&& loaded) {
     observed = Observations{};
 }
 
-void HostState::countCall(const char* exportName) {
+void HostState::countCall(const char* exportName, std::initializer_list<int> numbers,
+                          const char* text) {
     ++observed.callCounts[exportName];
+    if (observed.recordingCalls) {
+        observed.calls.push_back({exportName, numbers, text ? text : ""});
+    }
 }
 
 int HostState::showMessageBox(void* owner, const char* text, const char* caption, unsigned style) {

@@ -2,6 +2,7 @@
 // of what the library did. The exported functions and OfflineHost both work on it.
 #pragma once
 
+#include <initializer_list>
 #include <string_view>
 #include <unordered_map>
 #include <vector>
@@ -16,6 +17,8 @@ struct Observations {
     std::vector<MessageBoxRecord> messageBoxes;
     int missingApiCalls = 0;
     std::unordered_map<std::string_view, int> callCounts;  // keys: export names, static storage
+    bool recordingCalls = false;
+    std::vector<HostCall> calls;
 };
 
 struct HostState {
@@ -25,7 +28,8 @@ struct HostState {
     Observations observed;
 
     void replaceProject(Project&& loaded);
-    void countCall(const char* exportName);
+    // Counts the call and, while calls are recorded, records it with its arguments.
+    void countCall(const char* exportName, std::initializer_list<int> numbers, const char* text);
     int showMessageBox(void* owner, const char* text, const char* caption, unsigned style);
     int missingApi();
 };

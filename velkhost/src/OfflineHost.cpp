@@ -196,6 +196,19 @@ void OfflineHost::resetCallCounts() {
     state().observed.callCounts.clear();
 }
 
+void OfflineHost::startRecordingCalls() {
+    state().observed.calls.clear();
+    state().observed.recordingCalls = true;
+}
+
+void OfflineHost::stopRecordingCalls() {
+    state().observed.recordingCalls = false;
+}
+
+std::vector<HostCall> OfflineHost::recordedCalls() const {
+    return state().observed.calls;
+}
+
 void OfflineHost::holdOpenElsewhere(int vdm, bool held) {
     state().stores.holdOpenElsewhere(vdm, held);
 }

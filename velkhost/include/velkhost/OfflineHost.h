@@ -40,6 +40,15 @@ struct MessageBoxRecord {
 };
 using MessageBox = MessageBoxRecord;
 
+// One call of an exported function, as the call record keeps it: the export's exact name, its
+// int arguments in order (store numbers, handles as the host gave them out, positions, counts)
+// and its text argument ("" when it has none). Pointer and double arguments are not kept.
+struct HostCall {
+    std::string exportName;
+    std::vector<int> numbers;
+    std::string text;
+};
+
 // The drawing (CAD data) of a project. Figures are named contours; drawing objects are what
 // the host's geometry functions answer about: points, figures and figure instances, non-CAD
 // objects and any other kind of object the host draws.
@@ -140,6 +149,12 @@ class OfflineHost {
     int missingApiCalls() const;
     int callCount(const std::string& exportName) const;
     void resetCallCounts();
+    // The call record: every call of an exported function from startRecordingCalls() (which
+    // empties the record) until stopRecordingCalls(), in order. A successful load clears it and
+    // stops recording.
+    void startRecordingCalls();
+    void stopRecordingCalls();
+    std::vector<HostCall> recordedCalls() const;
 
     // Faults, for testing how the library copes with a host that refuses.
     // The store is held open by someone else: VelkMacroVdmCheckOpen counts one more holder.

@@ -1,0 +1,47 @@
+// Reading a whole store of operations, and listing and reading a whole tool store, at growing
+// sizes: the time per operation or tool should not grow with the store.
+#include <benchmark/benchmark.h>
+#include <velkapi/MillDrillOperation.h>
+#include <velkapi/ToolList.h>
+
+#include "BenchProject.h"
+
+namespace bench {
+
+namespace {
+
+void ReadAll(benchmark::State& state) {
+    const auto operations = static_cast<int>(state.range(0));
+    const int store = operationStore(operations);
+    for (auto _ : state) {
+        for (int nr = 0; nr < operations; ++nr) {
+            VelkApi::MillDrillOperation operation(store, nr);
+            operation.readFromVDM();
+            benchmark::DoNotOptimize(operation.getOperationType());
+        }
+    }
+    state.SetItemsProcessed(state.iterations() * operations);
+}
+BENCHMARK(ReadAll)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
+
+void ToolList(benchmark::State& state) {
+    const auto tools = static_cast<int>(state.range(0));
+    const int store = toolStore(tools);
+    const auto listAndRead = [store] {
+        VelkApi::ToolList list(store);
+        list.readFromVDM();
+        benchmark::DoNotOptimize(list.getToolCount());
+    };
+    // Once untimed first, as for every size: the first list of a size is made in memory the
+    // process takes fresh from the system, later ones in memory the last one gave back.
+    listAndRead();
+    for (auto _ : state) {
+        listAndRead();
+    }
+    state.SetItemsProcessed(state.iterations() * tools);
+}
+BENCHMARK(ToolList)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
+
+}  // namespace
+
+}  // namespace bench

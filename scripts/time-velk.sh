@@ -1,0 +1,46 @@
+#!/usr/bin/env bash
+# Times every velk command on a project of many operations (100,000 by default): the example
+# project's operation store grown by make-large-project, velk built in Release in build-bench.
+# Prints one line per command: its wall-clock seconds and the command.
+# Usage: scripts/time-velk.sh [OPERATIONS]
+set -euo pipefail
+cd "$(dirname "$0")/.."
+scripts/install-deps.sh bench
+
+operations=${1:-100000}
+build=build-bench
+cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DVELKAPI_BUILD_TESTS=OFF \
+  -DVELKAPI_BUILD_BENCHMARKS=ON >/dev/null
+cmake --build "$build" -j2 --target make-large-project velk >/dev/null
+
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+project="$work/large-project.json"
+"$build/bench/make-large-project" examples/demo-project.json "$operations" "$project"
+
+# The example store repeats its 18 operations after 3 host records: the last operation of the
+# grown store whose kind is that of the example's drilling operation (9) or pocket (6).
+last_like() { echo $(($1 + (operations - 1 - $1) / 18 * 18)); }
+drill=$(last_like 9)
+pocket=$(last_like 6)
+
+velk() {
+  local seconds
+  if ! seconds=$( { TIMEFORMAT=%R; time "$build/cli/velk" "$@" >/dev/null 2>"$work/stderr"; } 2>&1 ); then
+    echo "velk $*: failed: $(cat "$work/stderr")" >&2
+    exit 1
+  fi
+  printf '%6.2f s  velk %s\n' "$seconds" "${*//$work\//}"
+}
+
+velk ops "$project" --store 1
+velk walk "$project"
+velk show "$project" --store 1 --op "$drill"
+velk expert "$project" --store 1
+velk expert "$project" --store 1 --op "$drill"
+velk actions "$project" --store 1 --op "$pocket"
+velk tools "$project" --store 2
+velk set "$project" --store 1 --op "$drill" Parameter.w_depth=-25
+velk add "$project" --store 1 --kind DRILLING
+velk actions "$project" --store 1 --op "$pocket" --pre add "M8"
+velk strategy examples/2dhighspeedrough.bin
