@@ -2,6 +2,7 @@
 #   VELK                 the program, after the command that runs it when that is needed (Wine)
 #   RUN_IN               a folder, emptied first, that every run of VELK works in
 #   COPY_FROM / COPY_TO  copy a project file first (the command then works on the copy)
+#   READ_ONLY            make the copy read-only
 #   EXPECTED_EXIT        the exit code (default 0)
 #   EXPECTED             a file the standard output must equal byte for byte
 #   EXPECTED_ERROR       the first line of standard error
@@ -26,7 +27,11 @@ if(DEFINED RUN_IN)
   set(run_in WORKING_DIRECTORY ${RUN_IN})
 endif()
 if(DEFINED COPY_FROM)
+  file(REMOVE ${COPY_TO})  # a read-only copy of an earlier run cannot be written over
   configure_file(${COPY_FROM} ${COPY_TO} COPYONLY)
+endif()
+if(READ_ONLY)
+  file(CHMOD ${COPY_TO} PERMISSIONS OWNER_READ GROUP_READ WORLD_READ)
 endif()
 if(DEFINED UNCHANGED)
   file(SHA256 ${UNCHANGED} before)

@@ -1,9 +1,8 @@
 #include <filesystem>
-#include <fstream>
 #include <random>
-#include <sstream>
 #include <string>
 
+#include "FileContent.h"
 #include "OfflineHostTest.h"
 
 namespace offlinehost {
@@ -115,16 +114,11 @@ class ProjectFileTest : public OfflineHostTest {
 
     fs::path writeFile(const std::string& fileName, const std::string& text) {
         const fs::path path = pathFor(fileName);
-        std::ofstream(path, std::ios::binary) << text;
+        writeFileContent(path, text);
         return path;
     }
 
-    static std::string readFile(const fs::path& path) {
-        std::ifstream in(path, std::ios::binary);
-        std::ostringstream text;
-        text << in.rdbuf();
-        return text.str();
-    }
+    static std::string readFile(const fs::path& path) { return fileContent(path); }
 
     // The message of the ProjectError that loading `json` as "demo.json" throws.
     std::string loadError(const std::string& json) {
@@ -353,7 +347,7 @@ TEST_F(ProjectFileTest, SavingToAnUnwritablePathIsReported) {
         host.saveProject(path);
         FAIL() << "saved into a missing folder";
     } catch (const ProjectError& error) {
-        EXPECT_EQ(std::string(error.what()), path + ": cannot be written");
+        EXPECT_EQ(std::string(error.what()), path + ": cannot be written: no new file can be made in its folder");
     }
 }
 

@@ -5,6 +5,7 @@
 #include <sstream>
 #include <utility>
 
+#include "FileReplacement.h"
 #include "HostState.h"
 
 namespace velkhost {
@@ -48,12 +49,7 @@ void OfflineHost::loadProjectText(const std::string& json, const std::string& so
 }
 
 void OfflineHost::saveProject(const std::string& path) const {
-    std::ofstream out(path, std::ios::binary | std::ios::trunc);
-    out << projectText();
-    out.flush();
-    if (!out) {
-        throw ProjectError(path + ": cannot be written");
-    }
+    detail::replaceFileContent(path, projectText());
 }
 
 std::string OfflineHost::projectText() const {

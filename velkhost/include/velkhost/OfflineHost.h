@@ -91,7 +91,10 @@ class OfflineHost {
     // The project as JSON in a stable order (environment and globals by name, stores by number),
     // two-space indented, ending with a newline; saving what was loaded gives the same bytes.
     // Texts that are not valid UTF-8 are written with U+FFFD in place of the bad bytes.
-    void saveProject(const std::string& path) const;  // throws ProjectError when not writable
+    // The file is written beside `path` and then renamed over it, so that it is always either
+    // the old project or the new one. A save that fails throws ProjectError naming the file and
+    // what failed, and leaves the old file as it was; a read-only file is not replaced.
+    void saveProject(const std::string& path) const;
     std::string projectText() const;
 
     // An empty project: no handles, logs, call counts or faults.
