@@ -3,7 +3,8 @@
 # Usage: scripts/test.sh [--sanitize]   (--sanitize: AddressSanitizer + UndefinedBehaviorSanitizer)
 set -euo pipefail
 cd "$(dirname "$0")/.."
-scripts/install-deps.sh
+# With Doxygen and man, so that the tests check the API reference and the manual page too.
+scripts/install-deps.sh docs
 
 build=build
 flags=()
