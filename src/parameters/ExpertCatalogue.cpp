@@ -1,5 +1,7 @@
 #include "parameters/ExpertCatalogue.h"
 
+#include <velkapi/Value.h>
+
 #include <algorithm>
 #include <cstddef>
 #include <iterator>
@@ -16,9 +18,6 @@ using Type = MillDrillOperationType;
 constexpr int kind(Type type) {
     return static_cast<int>(type);
 }
-
-constexpr int kIntUnset = 2147483647;
-constexpr double kDoubleUnset = 2147483647.0;
 
 // ---- the exceptions, each a row per kind (or kEveryKind) and name
 
@@ -204,7 +203,7 @@ std::optional<std::string> doubleDefault(const Row& row, const std::string& name
         case Default::Source::Number:
             break;
     }
-    if (row.value.number == kDoubleUnset) {
+    if (row.value.number == kUnsetDouble) {
         return std::nullopt;
     }
     return numberText(name, row.value.number);
@@ -220,7 +219,7 @@ void setKindAndDefault(Type type, const Row& row, const ExpertHostTexts& host, E
             const int value = static_cast<int>(row.value.number);
             if (findFor(kTextIntegers, type, entry.name) != nullptr) {
                 entry.kind = ExpertKind::Text;
-                if (value != kIntUnset) {
+                if (value != kUnsetInt) {
                     entry.text = std::to_string(value);
                 }
             } else {

@@ -1,6 +1,7 @@
 #include <velkapi/ExpertParameterSection.h>
 #include <velkapi/LogFile.h>
 #include <velkapi/MacroExport.h>
+#include <velkapi/Value.h>
 
 #include <charconv>
 #include <cstdint>
@@ -25,9 +26,6 @@ namespace {
 // Numbers 300 to 399 have a line of their own; options are written unsigned, texts with blanks
 // in quotes.
 constexpr parameters::LineLayout kExpertLayout{3, false, true};
-
-constexpr int kIntUnset = 2147483647;
-constexpr double kDoubleUnset = 2147483647.0;
 
 // "Error in ExpertParameterSection::<operation>() => <reason>".
 auto failureOf(const char* operation) {
@@ -116,11 +114,11 @@ std::optional<std::string> plainText(const ParameterSection& plain, const std::s
     switch (plain.dataTypeOf(name)) {
         case ValueDataType::Int: {
             const int value = plain.getInt(name);
-            return value == kIntUnset ? "" : std::to_string(value);
+            return value == kUnsetInt ? "" : std::to_string(value);
         }
         case ValueDataType::Double: {
             const double value = plain.getDouble(name);
-            return value == kDoubleUnset ? "" : text::general6(value);
+            return value == kUnsetDouble ? "" : text::general6(value);
         }
         case ValueDataType::String: {
             const std::string value = plain.getString(name);

@@ -1,5 +1,6 @@
 #include <velkapi/GeolibWrapper.h>
 #include <velkapi/MacroExport.h>
+#include <velkapi/Value.h>
 
 #include <cmath>
 #include <initializer_list>
@@ -14,8 +15,6 @@ namespace {
 // The library's depth-step modes.
 constexpr int kFixedDepthStep = 0;
 constexpr int kSlices = 1;
-
-constexpr double kDoubleUnset = 2147483647.0;
 
 // The library's own path pieces, joined with the platform's separator.
 std::string joined(std::initializer_list<const char*> pieces) {
@@ -162,7 +161,7 @@ double GeolibWrapper::getInfeed() const {
         case kSlices:
             return strategy::NumberOfSlices4DepthStep.get(handle.get());
         default:
-            return kDoubleUnset;
+            return kUnsetDouble;
     }
 }
 
