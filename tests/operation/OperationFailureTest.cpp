@@ -160,3 +160,32 @@ TEST_F(OperationFailureTest, EveryFailingAllocationOfSetupIsLogged) {
     // go through this program's operator new, so which other texts appear depends on the
     // platform; the parameter section's own texts are checked by its tests.
 }
+
+// The same for building an operation from its record. A failure while the kind is read from the
+// store makes the kind unknown (10) without a record: that reader answers every failure so. The
+// failures of building the sections are logged as above, and no store handle stays open.
+TEST_F(OperationFailureTest, EveryFailingAllocationOfReadingTheKindIsLogged) {
+    std::set<std::string> seen;
+    for (int skip = 0; skip < 10000; ++skip) {
+        ErrorLogWatch log;
+        testsupport::failAllocationAfter(skip);
+        bool failed = false;
+        try {
+            MillDrillOperation op(1, 3);
+        } catch (const std::bad_alloc&) {
+            failed = true;  // before the kind is read: the base's own members
+        }
+        const bool everyAllocationSucceeded = testsupport::allocationFailurePending();
+        testsupport::stopFailingAllocations();
+        const Texts texts = log.texts();
+        seen.insert(texts.begin(), texts.end());
+        EXPECT_EQ(host().callCount("VelkMacroVdmOpen"), host().callCount("VelkMacroVdmClose"))
+            << "allocation " << skip;
+        if (everyAllocationSucceeded) {
+            EXPECT_TRUE(texts.empty() && !failed);
+            break;
+        }
+    }
+    EXPECT_TRUE(seen.count("Error in MillDrillOperation::Setup => std::bad_alloc"));
+    EXPECT_FALSE(seen.count("Error in MillDrillOperation::GetOperationType() => std::bad_alloc"));
+}
