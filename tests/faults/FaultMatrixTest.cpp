@@ -97,6 +97,8 @@ struct SectionSlot {
     int storeSection;
 };
 
+// The header has no lines of its own (its values are the header line's) and is never written.
+const SectionSlot kHeader = {"Header", -1};
 const std::vector<SectionSlot> kSections = {{"Message", 0},   {"ToolData", 1},
                                             {"Parameter", 2}, {"Geometry", 3},
                                             {"Additional_1", 4}, {"Additional_2", 5}};
@@ -146,6 +148,7 @@ velkhost::OfflineHost& host() {
 // The section of `op` that the slot names.
 SectionDictionary* sectionOf(const MillDrillOperation& op, const SectionSlot& slot) {
     switch (slot.storeSection) {
+        case -1: return op.getHeaderSection();
         case 0: return op.getMessageSection();
         case 1: return op.getToolSection();
         case 2: return op.getParameterSection();
@@ -237,6 +240,10 @@ std::vector<Cell> allCells() {
     std::vector<Cell> cells;
     for (const Kind kind : kKinds) {
         const std::vector<int> counts = sectionCounts(seededStore(kind)[kOperation][0]);
+        for (const Fault fault : {Fault::MissingStore, Fault::HeldElsewhere, Fault::FailingOpen,
+                                  Fault::ClosedBehind}) {
+            cells.push_back({kind, kHeader, fault, Access::Read, 0});
+        }
         for (const SectionSlot& section : kSections) {
             for (const Access access : {Access::Read, Access::Write}) {
                 for (const Fault fault : {Fault::MissingStore, Fault::HeldElsewhere,
