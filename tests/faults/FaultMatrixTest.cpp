@@ -95,13 +95,14 @@ const Outcome& outcomeOf(Fault fault, Access access, const std::string& section)
 struct SectionSlot {
     const char* name;
     int storeSection;
+    bool turning = false;  // the machine has turning-driven tools ("TURNDRIVENTOOLS" 2)
 };
 
 // The header has no lines of its own (its values are the header line's) and is never written.
 const SectionSlot kHeader = {"Header", -1};
-const std::vector<SectionSlot> kSections = {{"Message", 0},   {"ToolData", 1},
-                                            {"Parameter", 2}, {"Geometry", 3},
-                                            {"Additional_1", 4}, {"Additional_2", 5}};
+const std::vector<SectionSlot> kSections = {
+    {"Message", 0},  {"ToolData", 1},     {"TurnToolData", 1, true}, {"Parameter", 2},
+    {"Geometry", 3}, {"Additional_1", 4}, {"Additional_2", 5}};
 
 const std::vector<Kind> kKinds = {
     Kind::PROFILE,  Kind::CORNER,   Kind::CHAMFER,   Kind::POCKET,   Kind::FACEMILL,
@@ -158,24 +159,26 @@ SectionDictionary* sectionOf(const MillDrillOperation& op, const SectionSlot& sl
 }
 
 // The environment and globals an operation reads when it is made.
-void prepareHost() {
-    host().setEnvironment("TURNDRIVENTOOLS", "1");
+void prepareHost(bool turning) {
+    host().setEnvironment("TURNDRIVENTOOLS", turning ? "2" : "1");
     host().setGlobal("w_setup_cle", 2.0);
     host().setGlobal("w_setup_ret", 10.0);
 }
 
 // The store with three leading operations and, as record 3, an operation of the kind with every
 // section filled, written by the library.
-velkhost::Records writeSeededStore(Kind kind) {
+velkhost::Records writeSeededStore(Kind kind, bool turning) {
     host().reset();
-    prepareHost();
+    prepareHost(turning);
     host().setStore(kStore, {{"0 1 0"}, {"0 1 0"}, {"0 1 0"}});
     MillDrillOperation op(kind, kStore, kOperation);
     op.setMode(1);
     op.getMessageSection()->createandsetLine(0, "Every section of " + millDrillOperationTypeToString(kind));
-    op.getToolSection()->setDefault();
-    op.getToolSection()->setDouble("w_t_diam", 10.0);
-    op.getToolSection()->setString("$_t_comment", "end mill");
+    if (!turning) {
+        op.getToolSection()->setDefault();
+        op.getToolSection()->setDouble("w_t_diam", 10.0);
+        op.getToolSection()->setString("$_t_comment", "end mill");
+    }
     op.getParameterSection()->setDefault();
     op.getGeometrySection()->addVelkObjectParameter(1, "CONTOUR1", GeometrySectionType::OutlineFigure);
     op.getGeometrySection()->addVelkObjectParameter(2, "X1 Y2 Z3", GeometrySectionType::OutlineFigure);
@@ -191,12 +194,12 @@ velkhost::Records writeSeededStore(Kind kind) {
     return host().records(kStore);
 }
 
-// The seeded store of the kind, written once per kind.
-const velkhost::Records& seededStore(Kind kind) {
-    static std::map<Kind, velkhost::Records> stores;
-    auto found = stores.find(kind);
+// The seeded store of the kind and tool setting, written once for each.
+const velkhost::Records& seededStore(Kind kind, bool turning) {
+    static std::map<std::pair<Kind, bool>, velkhost::Records> stores;
+    auto found = stores.find({kind, turning});
     if (found == stores.end()) {
-        found = stores.emplace(kind, writeSeededStore(kind)).first;
+        found = stores.emplace(std::make_pair(kind, turning), writeSeededStore(kind, turning)).first;
     }
     return found->second;
 }
@@ -239,7 +242,6 @@ velkhost::Record cutSection(const velkhost::Record& record, int s, int lines) {
 std::vector<Cell> allCells() {
     std::vector<Cell> cells;
     for (const Kind kind : kKinds) {
-        const std::vector<int> counts = sectionCounts(seededStore(kind)[kOperation][0]);
         for (const Fault fault : {Fault::MissingStore, Fault::HeldElsewhere, Fault::FailingOpen,
                                   Fault::ClosedBehind}) {
             cells.push_back({kind, kHeader, fault, Access::Read, 0});
@@ -251,6 +253,8 @@ std::vector<Cell> allCells() {
                     cells.push_back({kind, section, fault, access, 0});
                 }
             }
+            const std::vector<int> counts =
+                sectionCounts(seededStore(kind, section.turning)[kOperation][0]);
             const int count = counts.at(static_cast<std::size_t>(section.storeSection));
             for (int adds = 0; adds <= count; ++adds) {
                 cells.push_back({kind, section, Fault::AddsFailAfter, Access::Write, adds});
@@ -287,8 +291,8 @@ class FaultMatrixTest : public testsupport::HostTest, public ::testing::WithPara
 
 TEST_P(FaultMatrixTest, NothingEscapesNoHandleStaysOpenAndTheUserIsToldExactly) {
     const Cell& cell = GetParam();
-    const velkhost::Records& seeded = seededStore(cell.kind);
-    prepareHost();
+    const velkhost::Records& seeded = seededStore(cell.kind, cell.section.turning);
+    prepareHost(cell.section.turning);
     host().setStore(kStore, seeded);
     // What a write without a fault gives: the reference for a write the host cut short.
     velkhost::Records written = seeded;
