@@ -14,18 +14,24 @@ scripts/install-deps.sh fuzz
 
 target=${1:-all}
 seconds=${2:-30}
+if ! [[ "$seconds" =~ ^[0-9]+$ ]]; then
+  echo "fuzz.sh: SECONDS must be a whole number, not \"$seconds\"" >&2
+  exit 2
+fi
 build=build-fuzz
 
 cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
   -DCMAKE_CXX_COMPILER=clang++ -DVELKAPI_BUILD_FUZZERS=ON \
   -DVELKAPI_BUILD_TESTS=OFF -DVELKAPI_BUILD_TOOLS=OFF
+mapfile -t targets < "$build/fuzz/targets.txt"
 if [[ "$target" == all ]]; then
   cmake --build "$build" -j2 --target fuzzers
-  targets=($(sed -n '/^set(VELKAPI_FUZZ_TARGETS/,/)/p' fuzz/CMakeLists.txt | tr -d '()' \
-             | tr ' ' '\n' | grep -v -e VELKAPI_FUZZ_TARGETS -e '^set$' -e '^$'))
-else
+elif printf '%s\n' "${targets[@]}" | grep -qx "$target"; then
   cmake --build "$build" -j2 --target "fuzz_$target"
   targets=("$target")
+else
+  echo "fuzz.sh: no target \"$target\"; the targets are: ${targets[*]}" >&2
+  exit 2
 fi
 
 export ASAN_OPTIONS=detect_leaks=1:halt_on_error=1
