@@ -295,7 +295,7 @@ TEST_P(FaultMatrixTest, NothingEscapesNoHandleStaysOpenAndTheUserIsToldExactly) 
     prepareHost(cell.section.turning);
     host().setStore(kStore, seeded);
     // What a write without a fault gives: the reference for a write the host cut short.
-    velkhost::Records written = seeded;
+    velkhost::Records written;
     {
         MillDrillOperation op(kStore, kOperation);
         op.readFromVDM();

@@ -141,9 +141,10 @@ class Soak {
         if (edited != Edited::Parameter) {
             return keys;
         }
+        const std::set<std::string>& stored = storedKeys(section);
         Texts kept;
         for (const std::string& key : keys) {
-            if (!kGeometryCounters.count(key) && storedKeys(section).count(key)) {
+            if (!kGeometryCounters.count(key) && stored.count(key)) {
                 kept.push_back(key);
             }
         }
@@ -156,8 +157,8 @@ class Soak {
     const std::set<std::string>& storedKeys(const SectionDictionary& section) {
         const auto& parameters = static_cast<const ParameterSection&>(section);
         const Kind kind = parameters.getOperationType();
-        auto found = stored.find(kind);
-        if (found != stored.end()) {
+        auto found = storedByKind.find(kind);
+        if (found != storedByKind.end()) {
             return found->second;
         }
         const velkhost::Records before = host().records(kStore);
@@ -176,7 +177,7 @@ class Soak {
         }
         MillDrillOperation op(kStore, kFirstOperation);
         op.readFromVDM();
-        std::set<std::string>& keys = stored[kind];
+        std::set<std::string>& keys = storedByKind[kind];
         for (const auto& [key, value] : values) {
             std::ostringstream ignored;
             if (readsBack(*op.getParameterSection(), key, value, ignored)) {
@@ -271,7 +272,7 @@ class Soak {
     }
 
     std::mt19937_64 random;
-    std::map<Kind, std::set<std::string>> stored;
+    std::map<Kind, std::set<std::string>> storedByKind;
 };
 
 class SoakTest : public testsupport::HostTest {};
