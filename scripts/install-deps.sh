@@ -1,10 +1,11 @@
 #!/usr/bin/env bash
 # Installs the Debian packages the build needs, only those that are missing.
-# Usage: scripts/install-deps.sh [windows|docs|bench|coverage]   ("windows" adds the MinGW-w64 cross
-#        compiler, the GoogleTest sources it builds GoogleTest from, and Wine to run the Windows
-#        programs; "docs" adds Doxygen for the API reference and man to check the manual page;
-#        "bench" adds Google Benchmark, and gnuplot and jq for the plot of the results;
-#        "coverage" adds gcovr for the coverage report)
+# Usage: scripts/install-deps.sh [windows|docs|bench|fuzz|valgrind|coverage]   ("windows" adds the
+#        MinGW-w64 cross compiler, the GoogleTest sources it builds GoogleTest from, and Wine to
+#        run the Windows programs; "docs" adds Doxygen for the API reference and man to check the
+#        manual page; "bench" adds Google Benchmark, and gnuplot and jq for the plot of the
+#        results; "fuzz" adds clang with libFuzzer and the sanitizer runtimes; "valgrind" adds
+#        valgrind; "coverage" adds gcovr for the coverage report)
 set -euo pipefail
 
 packages=(cmake ninja-build g++ pkg-config libgtest-dev nlohmann-json3-dev libcli11-dev)
@@ -14,6 +15,10 @@ elif [[ "${1:-}" == docs ]]; then
   packages+=(doxygen man-db)
 elif [[ "${1:-}" == bench ]]; then
   packages+=(libbenchmark-dev gnuplot-nox jq)
+elif [[ "${1:-}" == fuzz ]]; then
+  packages+=(clang libclang-rt-14-dev)
+elif [[ "${1:-}" == valgrind ]]; then
+  packages+=(valgrind)
 elif [[ "${1:-}" == coverage ]]; then
   packages+=(gcovr)
 fi

@@ -1,6 +1,7 @@
 #include <velkapi/MillTurnVdm.h>
 
 #include <algorithm>
+#include <limits>
 #include <numeric>
 
 #include "host/HostExports.h"
@@ -137,9 +138,14 @@ int MillTurnVdm::getSectionLineCount(int s) const {
 
 bool MillTurnVdm::SeekSection(int s) {
     const int preceding = std::clamp(s, 0, getSectionCount());
-    const int before =
-        std::accumulate(sectionLineCounts.begin(), sectionLineCounts.begin() + preceding, 0);
-    return SeekFromStart(currentOperation) && SingleSeek(1 + before);
+    // Summed wide: a damaged header may list counts whose sum leaves the int range. Such a
+    // position lies beyond any record, and the host refuses the seek as it refuses any other.
+    const long long before = std::accumulate(sectionLineCounts.begin(),
+                                             sectionLineCounts.begin() + preceding, 0LL);
+    const long long offset = std::clamp(1 + before,
+                                        static_cast<long long>(std::numeric_limits<int>::min()),
+                                        static_cast<long long>(std::numeric_limits<int>::max()));
+    return SeekFromStart(currentOperation) && SingleSeek(static_cast<int>(offset));
 }
 
 bool MillTurnVdm::SectionCreate(int s) {

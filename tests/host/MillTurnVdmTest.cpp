@@ -103,6 +103,15 @@ TEST_F(MillTurnVdmTest, ReadsASection) {
     EXPECT_EQ(lines, Lines{"POCKET"});
 }
 
+TEST_F(MillTurnVdmTest, SeekingPastCountsBeyondTheIntRangeFailsQuietly) {
+    host().setStore(9, Records{{"4 1 3 2147483647 2147483647 1", "msg"}});
+    ASSERT_TRUE(vdm.Create());
+    ASSERT_TRUE(vdm.LoadOperation(0));
+    EXPECT_FALSE(vdm.SeekSection(2));
+    EXPECT_TRUE(vdm.SeekSection(0));
+    EXPECT_TRUE(boxes().empty());
+}
+
 TEST_F(MillTurnVdmTest, SectionCreateAddsZeroCountsUpToTheSection) {
     host().setStore(9, Records{{"4 1 2 1 1", "m", "t"}});
     ASSERT_TRUE(vdm.Create());

@@ -115,10 +115,27 @@ TEST_F(FaultTest, ClosingBehindTheLibraryInvalidatesEveryHandleOnTheStore) {
     EXPECT_GT(VelkMacroVdmOpen(kStore, 0), 0);
 }
 
+TEST_F(FaultTest, AStoreClosedOnOpenGivesOutAHandleThatNoCallTakes) {
+    host.closeBehindLibraryOnOpen(kStore, true);
+    const int handle = VelkMacroVdmOpen(kStore, 0);
+    EXPECT_GT(handle, 0);
+    EXPECT_EQ(VelkMacroVdmCheckOpen(kStore), 0);
+    std::array<char, 5000> buffer{};
+    EXPECT_EQ(VelkMacroVdmSize(handle), 0);
+    EXPECT_EQ(VelkMacroVdmSingleGet$(handle, buffer.data(), 1), 0);
+    EXPECT_EQ(VelkMacroVdmSingleAdd$(handle, "x", 1), 0);
+    EXPECT_EQ(VelkMacroVdmClose(handle), 0);
+    EXPECT_EQ(host.records(kStore), kOperations);
+    EXPECT_GT(VelkMacroVdmSize(VelkMacroVdmOpen(kOtherStore, 0)), 0);
+    host.closeBehindLibraryOnOpen(kStore, false);
+    EXPECT_EQ(VelkMacroVdmSize(VelkMacroVdmOpen(kStore, 0)), 2);
+}
+
 TEST_F(FaultTest, ClearFaultsLiftsEveryFault) {
     host.holdOpenElsewhere(kStore, true);
     host.failOpen(kStore, true);
     host.failAddsAfter(kStore, 0);
+    host.closeBehindLibraryOnOpen(kStore, true);
     host.clearFaults();
     EXPECT_EQ(VelkMacroVdmCheckOpen(kStore), 0);
     const int handle = VelkMacroVdmOpen(kStore, 0);

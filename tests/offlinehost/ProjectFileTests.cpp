@@ -268,6 +268,11 @@ TEST_F(ProjectFileTest, InvalidJsonIsReportedWithTheParsersMessage) {
     EXPECT_EQ(message.find("[json.exception"), std::string::npos) << message;
 }
 
+TEST_F(ProjectFileTest, ANumberBeyondADoubleIsNotValidJson) {
+    EXPECT_EQ(loadError("{\"globals\": {\"w_big\": 1e999}}"),
+              "demo.json: not valid JSON: number overflow parsing '1e999'");
+}
+
 TEST_F(ProjectFileTest, AnEmptyFileIsNotValidJson) {
     const std::string message = loadError("");
     EXPECT_EQ(message.rfind("demo.json: not valid JSON: ", 0), 0U) << message;

@@ -221,6 +221,10 @@ void OfflineHost::closeBehindLibrary(int vdm) {
     state().stores.closeHandlesOf(vdm);
 }
 
+void OfflineHost::closeBehindLibraryOnOpen(int vdm, bool close) {
+    state().stores.closeOnOpen(vdm, close);
+}
+
 void OfflineHost::clearFaults() {
     state().stores.clearFaults();
 }

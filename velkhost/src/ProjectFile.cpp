@@ -56,7 +56,7 @@ class ProjectReader {
     Json parse(const std::string& text) const {
         try {
             return Json::parse(text);
-        } catch (const Json::parse_error& error) {
+        } catch (const Json::exception& error) {  // bad syntax, or a number beyond a double
             throw ProjectError(source_ + ": not valid JSON: " + withoutExceptionTag(error.what()));
         }
     }

@@ -39,7 +39,9 @@ int StoreSessions::open(int vdm) {
         return -1;
     }
     const int handle = nextHandle_++;
-    cursors_[handle] = Cursor{vdm, 0, 0};
+    if (!closingOnOpen_.count(vdm)) {
+        cursors_[handle] = Cursor{vdm, 0, 0};
+    }
     return handle;
 }
 
@@ -163,9 +165,18 @@ void StoreSessions::closeHandlesOf(int vdm) {
     }
 }
 
+void StoreSessions::closeOnOpen(int vdm, bool close) {
+    if (close) {
+        closingOnOpen_.insert(vdm);
+    } else {
+        closingOnOpen_.erase(vdm);
+    }
+}
+
 void StoreSessions::clearFaults() {
     heldElsewhere_.clear();
     failingOpens_.clear();
+    closingOnOpen_.clear();
     addsLeft_.clear();
 }
 

@@ -31,6 +31,7 @@ class StoreSessions {
     void failOpen(int vdm, bool fail);
     void failAddsAfter(int vdm, int successfulAdds);
     void closeHandlesOf(int vdm);
+    void closeOnOpen(int vdm, bool close);
     void clearFaults();
     void closeAll();
 
@@ -52,6 +53,7 @@ class StoreSessions {
     int nextHandle_ = 1;
     std::set<int> heldElsewhere_;
     std::set<int> failingOpens_;
+    std::set<int> closingOnOpen_;
     std::map<int, int> addsLeft_;
 };
 

@@ -170,6 +170,9 @@ class OfflineHost {
     void failAddsAfter(int vdm, int successfulAdds);
     // Every handle open on the store becomes invalid at once, as if the host closed them.
     void closeBehindLibrary(int vdm);
+    // The store is closed behind the library's back each time it is opened: VelkMacroVdmOpen
+    // gives out a handle that no longer counts as open, so every later call on it fails.
+    void closeBehindLibraryOnOpen(int vdm, bool close);
     void clearFaults();
 
   private:
