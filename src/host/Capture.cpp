@@ -17,8 +17,6 @@ namespace host::capture {
 
 namespace {
 
-constexpr int kFigureObject = 20;
-constexpr int kNonCadObject = 29;
 // A record longer than this many lines is taken for a host that never says "no more lines".
 constexpr int kMostLinesOfARecord = 1000000;
 
@@ -84,9 +82,6 @@ void noteFinding(int object, int type, int name, std::optional<int> attribute) {
             keepFirst(found->name, name);
             if (attribute) {
                 keepFirst(found->attribute, *attribute);
-            }
-            if (type == kFigureObject) {
-                s.figures.try_emplace(name, "#" + std::to_string(name));
             }
         }
     });

@@ -188,9 +188,21 @@ std::string objectJson(int number, const CapturedObject& found) {
                   3);
 }
 
+// The figures the session asked about, and a stand-in name ("#<number>") for a figure the session
+// reached only through its objects, since a figure object needs a figure of its own.
+std::map<int, std::string> figuresOf(const CaptureSession& session) {
+    std::map<int, std::string> figures = session.figures;
+    for (const auto& [number, found] : session.objects) {
+        if (found.type == kFigureObject && found.name) {
+            figures.try_emplace(*found.name, "#" + std::to_string(*found.name));
+        }
+    }
+    return figures;
+}
+
 std::string drawingJson(const CaptureSession& session) {
     std::vector<std::string> figures;
-    for (const auto& [number, name] : session.figures) {
+    for (const auto& [number, name] : figuresOf(session)) {
         figures.push_back(object({{"number", capture::number(number)}, {"name", quoted(name)}}, 3));
     }
     std::vector<std::string> objects;

@@ -15,6 +15,10 @@ namespace VelkApi::host::capture {
 
 using Record = std::vector<std::string>;
 
+// The object types whose objects the host finds by their figure or non-CAD number.
+constexpr int kFigureObject = 20;
+constexpr int kNonCadObject = 29;
+
 struct CapturedStore {
     bool read = false;  // false: the store exists, but the session never opened it
     std::vector<Record> records;

@@ -269,6 +269,17 @@ TEST_F(CaptureFileTest, AnExportTheHostLacksIsListedAsMissing) {
     EXPECT_EQ(host().missingApiCalls(), 2);
 }
 
+TEST_F(CaptureFileTest, AFigureReachedOnlyThroughItsObjectHasAStandInName) {
+    setUpSmallProject(host());
+    Capture::start(path);
+    const int object = host::GetFigureObject(1);
+    ASSERT_TRUE(Capture::stop());
+    host().loadProject(path);
+    EXPECT_EQ(host::GetFigureObject(1), object);
+    ASSERT_EQ(host().figures().size(), 1u);
+    EXPECT_EQ(host().figures()[0].name, "#1");
+}
+
 TEST_F(CaptureFileTest, ThePointSearchFindsTheSameObjectInTheCapture) {
     setUpSmallProject(host());
     Capture::start(path);
