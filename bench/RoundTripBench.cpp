@@ -3,9 +3,11 @@
 #include "RoundTripBench.h"
 
 #include <benchmark/benchmark.h>
+#include <velkapi/Capture.h>
 #include <velkapi/MillDrillOperation.h>
 #include <velkhost/OfflineHost.h>
 
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -73,6 +75,20 @@ void RoundTrip(benchmark::State& state, const KindSample& sample) {
     state.counters["bytes_per_op"] = static_cast<double>(after.bytes - before.bytes);
 }
 
+// The same round trip while a capture runs, written to a temporary file at the end.
+void RoundTripCaptured(benchmark::State& state, const KindSample& sample) {
+    const std::string parameter = settledParameter(state, sample);
+    const std::filesystem::path file =
+        std::filesystem::temp_directory_path() / "velkapi-bench-capture.json";
+    VelkApi::Capture::start(file.string());
+    for (auto _ : state) {
+        roundTrip(sample, parameter);
+    }
+    VelkApi::Capture::stop();
+    std::error_code ignored;
+    std::filesystem::remove(file, ignored);
+}
+
 void HostFloor(benchmark::State& state, const KindSample& sample) {
     const std::string parameter = settledParameter(state, sample);
     host().startRecordingCalls();
@@ -93,6 +109,9 @@ void registerRoundTrips() {
         benchmark::RegisterBenchmark(("RoundTrip/" + sample.name).c_str(), RoundTrip, sample)
             ->Unit(benchmark::kMicrosecond);
         benchmark::RegisterBenchmark(("HostFloor/" + sample.name).c_str(), HostFloor, sample)
+            ->Unit(benchmark::kMicrosecond);
+        benchmark::RegisterBenchmark(("RoundTripCaptured/" + sample.name).c_str(),
+                                     RoundTripCaptured, sample)
             ->Unit(benchmark::kMicrosecond);
     }
 }

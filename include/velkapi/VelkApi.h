@@ -3,6 +3,7 @@
 #pragma once
 
 #include <velkapi/ActionSection.h>
+#include <velkapi/Capture.h>
 #include <velkapi/ExpertParameterSection.h>
 #include <velkapi/ExpertToolSection.h>
 #include <velkapi/Export.h>

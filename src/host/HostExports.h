@@ -2,13 +2,15 @@
 // name on first use and the address is kept for the life of the process. An export the host
 // does not have is not cached: each call looks it up again and, failing that, calls the host's
 // "VelkMissingAPI" in its place with the same arguments, taking its result as the missing
-// function's result. The library shows nothing itself for a missing export.
+// function's result. The library shows nothing itself for a missing export. While a capture
+// runs, every call is also noted for the capture file (CaptureHooks.h).
 #pragma once
 
 #include <string>
 #include <type_traits>
 #include <utility>
 
+#include "host/CaptureHooks.h"
 #include "host/HostAbi.h"
 #include "platform/Platform.h"
 
@@ -23,6 +25,9 @@ class HostExport {
     auto operator()(Args&&... args) {
         using Result = std::invoke_result_t<Fn, Args...>;
         const Fn fn = resolve();
+        if (capture::active) {
+            return capture::Recorder<Fn>::call(*this, fn, std::forward<Args>(args)...);
+        }
         if (!fn) {  // neither the export nor "VelkMissingAPI": nothing to call
             return Result();
         }
@@ -38,6 +43,7 @@ class HostExport {
     }
 
     bool isCached() const { return cached != nullptr; }
+    const char* exportName() const { return name; }
 
   private:
     const char* name;

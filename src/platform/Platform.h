@@ -38,6 +38,9 @@ std::string resolveInFolder(const std::string& path, const std::string& folder);
 std::string iniValue(const std::string& file, const std::string& section, const std::string& key,
                      const std::string& fallback);
 
+// The process's environment variable `name`; "" when it has none.
+std::string environmentVariable(const char* name);
+
 // The user's application-data folder, without a trailing separator.
 std::string appDataFolder();
 

@@ -22,12 +22,12 @@ void* hostModule() {
 // The host module is taken when the library is loaded, not at its first use.
 [[maybe_unused]] void* const hostModuleAtLoad = hostModule();
 
-std::string environmentValue(const char* name) {
+}  // namespace
+
+std::string environmentVariable(const char* name) {
     const char* value = std::getenv(name);
     return value ? value : "";
 }
-
-}  // namespace
 
 void* findHostExport(const char* name) {
     void* module = hostModule();
@@ -74,13 +74,13 @@ std::string iniValue(const std::string& file, const std::string& section, const 
 }
 
 std::string appDataFolder() {
-    if (std::string appData = environmentValue("APPDATA"); !appData.empty()) {
+    if (std::string appData = environmentVariable("APPDATA"); !appData.empty()) {
         return appData;
     }
-    if (std::string xdg = environmentValue("XDG_DATA_HOME"); !xdg.empty()) {
+    if (std::string xdg = environmentVariable("XDG_DATA_HOME"); !xdg.empty()) {
         return xdg;
     }
-    return environmentValue("HOME") + "/.local/share";
+    return environmentVariable("HOME") + "/.local/share";
 }
 
 char pathSeparator() {

@@ -87,9 +87,13 @@ std::string iniValue(const std::string& file, const std::string& section, const 
     return std::string(value, length);
 }
 
+std::string environmentVariable(const char* name) {
+    const char* value = std::getenv(name);
+    return value ? value : "";
+}
+
 std::string appDataFolder() {
-    const char* folder = std::getenv("APPDATA");
-    return folder ? folder : "";
+    return environmentVariable("APPDATA");
 }
 
 char pathSeparator() {

@@ -9,6 +9,8 @@
 #   EXPECTED_ERRORS      every line of standard error
 #   UNCHANGED            a file that must be byte for byte the same afterwards
 #   SAVED / SAVED_EXPECTED      a file the command saved, and a file it must equal byte for byte
+#   SAVED_MASK           a pattern for what may differ between runs (a time), left out of that
+#   CAPTURE_TO           a file VELK captures its session to (VELKAPI_CAPTURE)
 #   AGAIN_ARGS / AGAIN_EXPECTED arguments of a second run, and a file its output must equal
 #   SHOW_ARGS            arguments of a later `velk show ... --json` whose output
 #   JSON_CHECKS          "<json path>=<value>" items are checked against,
@@ -35,6 +37,10 @@ if(READ_ONLY)
 endif()
 if(DEFINED UNCHANGED)
   file(SHA256 ${UNCHANGED} before)
+endif()
+if(DEFINED CAPTURE_TO)
+  file(REMOVE ${CAPTURE_TO})
+  set(ENV{VELKAPI_CAPTURE} ${CAPTURE_TO})
 endif()
 execute_process(COMMAND ${VELK} ${ARGS} ${run_in} RESULT_VARIABLE exit OUTPUT_VARIABLE out ERROR_VARIABLE err)
 if(NOT DEFINED EXPECTED_EXIT)
@@ -68,7 +74,16 @@ if(DEFINED EXPECTED_ERRORS)
 endif()
 if(DEFINED SAVED)
   file(READ ${SAVED} saved)
-  expect_content(${SAVED} "${saved}" ${SAVED_EXPECTED})
+  if(DEFINED SAVED_MASK)
+    file(READ ${SAVED_EXPECTED} expected_saved)
+    string(REGEX REPLACE "${SAVED_MASK}" "<masked>" saved "${saved}")
+    string(REGEX REPLACE "${SAVED_MASK}" "<masked>" expected_saved "${expected_saved}")
+    if(NOT saved STREQUAL expected_saved)
+      message(FATAL_ERROR "${SAVED} differs from ${SAVED_EXPECTED}:\n${saved}")
+    endif()
+  else()
+    expect_content(${SAVED} "${saved}" ${SAVED_EXPECTED})
+  endif()
 endif()
 if(DEFINED AGAIN_ARGS)
   execute_process(COMMAND ${VELK} ${AGAIN_ARGS} ${run_in} RESULT_VARIABLE exit OUTPUT_VARIABLE again)

@@ -295,7 +295,7 @@ TEST_F(ProjectFileTest, TheProjectMustBeAnObject) {
 
 TEST_F(ProjectFileTest, UnknownTopLevelKeysAreRefused) {
     EXPECT_EQ(loadError(R"({"colour": 1})"),
-              "demo.json: /colour: expected one of environment, globals, stores, cad");
+              "demo.json: /colour: expected one of environment, globals, stores, cad, capture");
 }
 
 TEST_F(ProjectFileTest, EnvironmentValuesMustBeTexts) {
@@ -356,10 +356,73 @@ TEST_F(ProjectFileTest, SavingToAnUnwritablePathIsReported) {
     }
 }
 
-TEST_F(ProjectFileTest, TextsThatAreNotUtf8AreSavedWithReplacementCharacters) {
-    host.setStore(1, {{"OP \xE4"}});
+// Every byte the host can hand over in a text, 1..255.
+std::string everyByte() {
+    std::string bytes;
+    for (int byte = 1; byte <= 255; ++byte) {
+        bytes += static_cast<char>(byte);
+    }
+    return bytes;
+}
+
+TEST_F(ProjectFileTest, EveryByteOfATextIsSavedAndLoadedUnchanged) {
+    const std::string bytes = everyByte();
+    host.setStore(1, {{"OP " + bytes, bytes}});
+    host.setGlobal("s_" + bytes, bytes);
+    host.setEnvironment("E_" + bytes, bytes);
+    host.setFigure({1, "F" + bytes});
     const std::string text = host.projectText();
-    EXPECT_NE(text.find("\"OP \xEF\xBF\xBD\""), std::string::npos) << text;
+
+    host.reset();
+    host.loadProjectText(text, "bytes.json");
+    EXPECT_EQ(host.lines(1, 0), (velkhost::Record{"OP " + bytes, bytes}));
+    EXPECT_EQ(host.globalAs<std::string>("s_" + bytes), bytes);
+    EXPECT_EQ(host.environment("E_" + bytes), bytes);
+    ASSERT_EQ(host.figures().size(), 1u);
+    EXPECT_EQ(host.figures()[0].name, "F" + bytes);
+    EXPECT_EQ(host.projectText(), text);
+}
+
+TEST_F(ProjectFileTest, BytesAreSavedAsTheirWindows1252Characters) {
+    host.setStore(1, {{"\xB0 \xE4 \x80 \x81 \x9F \x01"}});
+    EXPECT_NE(host.projectText().find("\"\xC2\xB0 \xC3\xA4 \xE2\x82\xAC \xC2\x81 \xC5\xB8 \\u0001\""),
+              std::string::npos)
+        << host.projectText();
+}
+
+TEST_F(ProjectFileTest, HandWrittenCharactersLoadAsTheirBytes) {
+    host.loadProjectText(R"({"stores": {"1": [["90\u00b0 \u20ac", "\u00e4\u0178"]]},
+                            "globals": {"s_\u00e9": "\u0090"}})",
+                         "demo.json");
+    EXPECT_EQ(host.lines(1, 0), (velkhost::Record{"90\xB0 \x80", "\xE4\x9F"}));
+    EXPECT_EQ(host.globalAs<std::string>("s_\xE9"), "\x90");
+}
+
+TEST_F(ProjectFileTest, ACharacterNoByteStandsForIsReported) {
+    EXPECT_EQ(loadError(R"({"stores": {"1": [["ok \u2713"]]}})"),
+              "demo.json: /stores/1/0/0: expected a text line of Windows-1252 characters");
+    EXPECT_EQ(loadError(R"({"globals": {"s_\u4e00": 1}})"),
+              "demo.json: /globals/s_\xE4\xB8\x80: expected a name of Windows-1252 characters");
+}
+
+TEST_F(ProjectFileTest, ACaptureBlockIsLoadedAndSavedBack) {
+    const std::string text = R"({
+  "environment": {},
+  "globals": {},
+  "stores": {},
+  "capture": {
+    "taken": "2026-11-23T14:05:00Z",
+    "library": "0.1.0",
+    "missingExports": [
+      "VelkGetNonCadObject"
+    ]
+  }
+}
+)";
+    host.loadProjectText(text, "demo.json");
+    EXPECT_EQ(host.projectText(), text);
+    EXPECT_EQ(loadError(R"({"capture": {"when": "now"}})"),
+              "demo.json: /capture/when: expected one of taken, library, missingExports");
 }
 
 }  // namespace

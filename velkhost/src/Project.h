@@ -3,7 +3,9 @@
 
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include <nlohmann/json.hpp>
 
@@ -17,11 +19,19 @@ using Environment = std::map<std::string, std::string, std::less<>>;
 using Globals = std::map<std::string, GlobalValue, std::less<>>;
 using Stores = std::map<int, Records>;
 
+// Where a captured project came from; a project written by hand has none.
+struct CaptureInfo {
+    std::string taken;
+    std::string library;
+    std::vector<std::string> missingExports;
+};
+
 struct Project {
     Environment environment;
     Globals globals;
     Stores stores;
     Drawing cad;
+    std::optional<CaptureInfo> capture;
 };
 
 // Throws ProjectError naming `sourceName`, the JSON path and what was expected there.

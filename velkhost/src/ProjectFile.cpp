@@ -18,17 +18,32 @@
 // whole figure); "start" its start point (default the origin); "flags" bit 0 set (the default,
 // 1) makes it take part in a walk of the drawing; "deleted" (default false) marks a deleted
 // object. Each figure instance and each non-CAD number has one object.
+//
+// Texts (store lines, text globals, environment values, figure names, and the names of globals
+// and environment values) are bytes in the host's Windows code page. In the file each byte is
+// the Unicode character it stands for in Windows-1252, written as UTF-8; the five bytes that
+// code page leaves unassigned (0x81, 0x8D, 0x8F, 0x90, 0x9D) are the control characters U+0081,
+// U+008D, U+008F, U+0090 and U+009D. So "\u00b0" or a UTF-8 degree sign is the byte 0xB0, "\u20ac"
+// the byte 0x80, and every byte 1..255 is read and written back unchanged. A character that no
+// byte stands for is an error. Plain ASCII is the same in both.
+//
+// A capture of a session in the host application adds what it was taken from:
+//   "capture": {"taken": "2026-11-23T14:05:00Z", "library": "0.1.0",
+//               "missingExports": ["VelkGetNonCadObject"]}
+// "missingExports" lists the host exports the library did not find in that session.
 #include <array>
 #include <charconv>
 #include <cstdint>
 #include <initializer_list>
 #include <limits>
+#include <optional>
 #include <string>
 #include <utility>
 #include <variant>
 #include <vector>
 
 #include "Project.h"
+#include "host/WindowsCodePage.h"
 
 namespace velkhost::detail {
 
@@ -79,8 +94,10 @@ class ProjectReader {
             project.stores = readStores(value, at);
         } else if (key == "cad") {
             project.cad = readDrawing(value, at);
+        } else if (key == "capture") {
+            project.capture = readCapture(value, at);
         } else {
-            fail(at, "one of environment, globals, stores, cad");
+            fail(at, "one of environment, globals, stores, cad, capture");
         }
     }
 
@@ -88,7 +105,8 @@ class ProjectReader {
         requireObject(section, at);
         Environment environment;
         for (const auto& [name, text] : section.items()) {
-            environment.emplace(name, readText(text, at / name, "a text"));
+            environment.emplace(hostText(name, at / name, "a name"),
+                                readText(text, at / name, "a text"));
         }
         return environment;
     }
@@ -97,7 +115,7 @@ class ProjectReader {
         requireObject(section, at);
         Globals globals;
         for (const auto& [name, value] : section.items()) {
-            globals.emplace(name, readGlobal(value, at / name));
+            globals.emplace(hostText(name, at / name, "a name"), readGlobal(value, at / name));
         }
         return globals;
     }
@@ -110,7 +128,7 @@ class ProjectReader {
             return value.get<double>();
         }
         if (value.is_string()) {
-            return value.get<std::string>();
+            return readText(value, at, "a text");
         }
         if (value.is_array()) {
             return readNumberArray(value, at);
@@ -332,7 +350,37 @@ class ProjectReader {
         if (!value.is_string()) {
             fail(at, expected);
         }
-        return value.get<std::string>();
+        return hostText(value.get_ref<const std::string&>(), at, expected);
+    }
+
+    // The host's bytes of a text of the file.
+    std::string hostText(const std::string& text, const Pointer& at, const char* what) const {
+        std::optional<std::string> bytes = VelkApi::host::codepage::fromUtf8(text);
+        if (!bytes) {
+            fail(at, std::string(what) + " of Windows-1252 characters");
+        }
+        return *std::move(bytes);
+    }
+
+    CaptureInfo readCapture(const Json& section, const Pointer& at) const {
+        requireObject(section, at);
+        CaptureInfo capture;
+        for (const auto& [key, value] : section.items()) {
+            if (key == "taken") {
+                capture.taken = readText(value, at / key, "a time");
+            } else if (key == "library") {
+                capture.library = readText(value, at / key, "a version");
+            } else if (key == "missingExports") {
+                requireList(value, at / key, "a list of export names");
+                for (std::size_t i = 0; i < value.size(); ++i) {
+                    capture.missingExports.push_back(
+                        readText(value[i], at / key / i, "an export name"));
+                }
+            } else {
+                fail(at / key, "one of taken, library, missingExports");
+            }
+        }
+        return capture;
     }
 
     void requireObject(const Json& value, const Pointer& at) const {
@@ -349,14 +397,36 @@ class ProjectReader {
     std::string source_;
 };
 
+using VelkApi::host::codepage::toUtf8;
+
 Json globalJson(const GlobalValue& value) {
+    if (const auto* text = std::get_if<std::string>(&value)) {
+        return toUtf8(*text);
+    }
     return std::visit([](const auto& held) { return Json(held); }, value);
 }
 
 Json storesJson(const Stores& stores) {
     Json json = Json::object();
     for (const auto& [number, records] : stores) {
-        json[std::to_string(number)] = records;
+        Json& list = json[std::to_string(number)] = Json::array();
+        for (const Record& record : records) {
+            Json& lines = list.emplace_back(Json::array());
+            for (const std::string& line : record) {
+                lines.push_back(toUtf8(line));
+            }
+        }
+    }
+    return json;
+}
+
+Json captureJson(const CaptureInfo& capture) {
+    Json json = Json::object();
+    json["taken"] = toUtf8(capture.taken);
+    json["library"] = toUtf8(capture.library);
+    Json& missing = json["missingExports"] = Json::array();
+    for (const std::string& name : capture.missingExports) {
+        missing.push_back(toUtf8(name));
     }
     return json;
 }
@@ -366,7 +436,7 @@ Json drawingJson(const Drawing& drawing) {
     for (const auto& [number, figure] : drawing.figures) {
         Json item = Json::object();
         item["number"] = number;
-        item["name"] = figure.name;
+        item["name"] = toUtf8(figure.name);
         figures.push_back(item);
     }
     Json objects = Json::array();
@@ -397,17 +467,20 @@ std::string projectJson(const Project& project) {
     Json root = Json::object();
     root["environment"] = Json::object();
     for (const auto& [name, text] : project.environment) {
-        root["environment"][name] = text;
+        root["environment"][toUtf8(name)] = toUtf8(text);
     }
     root["globals"] = Json::object();
     for (const auto& [name, value] : project.globals) {
-        root["globals"][name] = globalJson(value);
+        root["globals"][toUtf8(name)] = globalJson(value);
     }
     root["stores"] = storesJson(project.stores);
     if (!project.cad.empty()) {
         root["cad"] = drawingJson(project.cad);
     }
-    return root.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+    if (project.capture) {
+        root["capture"] = captureJson(*project.capture);
+    }
+    return root.dump(2) + "\n";
 }
 
 }  // namespace velkhost::detail

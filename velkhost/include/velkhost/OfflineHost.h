@@ -90,7 +90,8 @@ class OfflineHost {
 
     // The project as JSON in a stable order (environment and globals by name, stores by number),
     // two-space indented, ending with a newline; saving what was loaded gives the same bytes.
-    // Texts that are not valid UTF-8 are written with U+FFFD in place of the bad bytes.
+    // Texts are the host's bytes, each written as its Windows-1252 character, so that every
+    // byte 1..255 comes back unchanged when the file is loaded.
     // The file is written beside `path` and then renamed over it, so that it is always either
     // the old project or the new one. A save that fails throws ProjectError naming the file and
     // what failed, and leaves the old file as it was; a read-only file is not replaced.
