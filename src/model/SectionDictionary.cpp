@@ -5,6 +5,7 @@
 #include <stdexcept>
 
 #include "host/ErrorBoundary.h"
+#include "model/FieldReaders.h"
 #include "model/TextHelpers.h"
 
 namespace VelkApi {
@@ -333,12 +334,13 @@ void SectionDictionary::addStringAxisParameter(int pnr, const std::string& name,
 
 // ---- field readers
 
-int SectionDictionary::getIntFromLine(const std::string& line, size_t n, int defaultval) {
+namespace fields {
+
+int intField(const std::string& line, std::size_t pos, int defaultval) {
     return guarded(0,
                    "Error in SectionDictionary::getIntFromLine(const string & line, int "
                    "defaultval)",
                    [&] {
-                       std::size_t pos = text::fieldPosition(line, n);
                        if (pos == text::kNotFound) {
                            return defaultval;
                        }
@@ -348,7 +350,7 @@ int SectionDictionary::getIntFromLine(const std::string& line, size_t n, int def
                    });
 }
 
-double SectionDictionary::getDoubleFromLine(const std::string& line, size_t n, double defaultval) {
+double doubleField(const std::string& line, std::size_t pos, double defaultval) {
     const auto describe = [](const char* reason) {
         return std::string(
                    "Error in SectionDictionary::getDoubleFromLine((const string & line, double "
@@ -356,33 +358,36 @@ double SectionDictionary::getDoubleFromLine(const std::string& line, size_t n, d
                reason + " ";
     };
     return guarded(defaultval, describe, [&] {
-        std::size_t pos = text::fieldPosition(line, n);
         if (pos == text::kNotFound) {
             return defaultval;
         }
-        // A ',' reads as a decimal point. A number never reaches past its field, so only the
-        // field is copied to be read.
+        // A ',' reads as a decimal point. A number never reaches past its field, so a field
+        // without one converts in place and only one with a ',' is copied to be read.
         text::skipBlanks(line, pos);
         std::size_t end = pos;
+        bool comma = false;
         while (end < line.size() && !text::isBlank(line[end])) {
+            comma = comma || line[end] == ',';
             ++end;
+        }
+        double result = defaultval;
+        if (!comma) {
+            text::readDouble(line, pos, result, defaultval);
+            return result;
         }
         std::string field = line.substr(pos, end - pos);
         std::replace(field.begin(), field.end(), ',', '.');
         std::size_t at = 0;
-        double result = defaultval;
         text::readDouble(field, at, result, defaultval);
         return result;
     });
 }
 
-std::string SectionDictionary::getStringFromLine(const std::string& line, size_t n,
-                                                 std::string defaultval) {
+std::string stringField(const std::string& line, std::size_t pos, const std::string& defaultval) {
     return guarded(defaultval,
                    "Error in SectionDictionary::getStringFromLine((const string & line, double "
                    "defaultval)",
                    [&]() -> std::string {
-                       std::size_t pos = text::fieldPosition(line, n);
                        if (pos == text::kNotFound) {
                            return defaultval;
                        }
@@ -390,6 +395,21 @@ std::string SectionDictionary::getStringFromLine(const std::string& line, size_t
                        text::readToken(line, pos, result, defaultval);
                        return result;
                    });
+}
+
+}  // namespace fields
+
+int SectionDictionary::getIntFromLine(const std::string& line, size_t n, int defaultval) {
+    return fields::intField(line, text::fieldPosition(line, n), defaultval);
+}
+
+double SectionDictionary::getDoubleFromLine(const std::string& line, size_t n, double defaultval) {
+    return fields::doubleField(line, text::fieldPosition(line, n), defaultval);
+}
+
+std::string SectionDictionary::getStringFromLine(const std::string& line, size_t n,
+                                                 std::string defaultval) {
+    return fields::stringField(line, text::fieldPosition(line, n), defaultval);
 }
 
 }  // namespace VelkApi

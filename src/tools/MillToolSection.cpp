@@ -7,6 +7,7 @@
 #include <variant>
 
 #include "host/ErrorBoundary.h"
+#include "model/FieldReaders.h"
 #include "model/TextHelpers.h"
 #include "tools/HostVariables.h"
 #include "tools/ToolRecordStore.h"
@@ -147,21 +148,28 @@ void MillToolSection::read(OperationBase* op) {
         const int named = std::min(static_cast<int>(record.size()), static_cast<int>(LINESCOUNT));
         for (int line = 0; line < named; ++line) {
             const std::string& text = record[line];
+            text::FieldCursor fieldsOfLine(text);
             for (int slot = 0; slot < lineslen[line]; ++slot) {
                 const std::string& name = lines[line][slot];
-                if (!existsKey(name)) {
+                SectionValue* entry = findEntry(name);
+                if (entry == nullptr) {
                     continue;
                 }
                 switch (tools::kindOf(name)) {
                     case '$':
-                        setString(name, text);
+                        entry->setValue(&text);
                         break;
-                    case 'i':
-                        setInt(name, getIntFromLine(text, slot, 0));
+                    case 'i': {
+                        const int value = fields::intField(text, fieldsOfLine.position(slot), 0);
+                        entry->setValue(&value);
                         break;
-                    case 'w':
-                        setDouble(name, getDoubleFromLine(text, slot, 0.0));
+                    }
+                    case 'w': {
+                        const double value =
+                            fields::doubleField(text, fieldsOfLine.position(slot), 0.0);
+                        entry->setValue(&value);
                         break;
+                    }
                     default:
                         break;
                 }
