@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cmath>
 #include <stdexcept>
 
 #include "host/ErrorBoundary.h"
@@ -210,6 +211,42 @@ constexpr const char* kAddParameterText =
     "Error in SectionDictionary::addParameter(int pnr, const string &  name, Value * value, "
     "Value* defaultval, ValueDataType vdtype, bool isaxis)";
 
+// A default is never changed once declared, so the defaults most entries have (zero, the "not
+// set" markers, false, the empty text) are one object each, shared by every entry that has it,
+// instead of one object per entry. They live as long as the program, so the entries refer to
+// them without owning them (and without a shared count).
+template <typename Kind>
+std::shared_ptr<Value> lastingObject(Kind& object) {
+    return std::shared_ptr<Value>(std::shared_ptr<Value>(), &object);
+}
+
+std::shared_ptr<Value> defaultObject(double datum) {
+    static DoubleValue zero(0.0);
+    static DoubleValue unset(kUnsetDouble);
+    // A default of -0.0 keeps its own object: it is written as "-0".
+    if (datum == 0.0 && !std::signbit(datum)) {
+        return lastingObject(zero);
+    }
+    return datum == kUnsetDouble ? lastingObject(unset) : std::make_shared<DoubleValue>(datum);
+}
+std::shared_ptr<Value> defaultObject(int datum) {
+    static IntValue zero(0);
+    static IntValue unset(kUnsetInt);
+    if (datum == 0) {
+        return lastingObject(zero);
+    }
+    return datum == kUnsetInt ? lastingObject(unset) : std::make_shared<IntValue>(datum);
+}
+std::shared_ptr<Value> defaultObject(bool datum) {
+    static BoolValue no(false);
+    static BoolValue yes(true);
+    return datum ? lastingObject(yes) : lastingObject(no);
+}
+std::shared_ptr<Value> defaultObject(const std::string& datum) {
+    static StringValue empty{std::string()};
+    return datum.empty() ? lastingObject(empty) : std::make_shared<StringValue>(datum);
+}
+
 }  // namespace
 
 // The adders build each value together with its shared count in one allocation; a failure
@@ -219,7 +256,7 @@ template <typename Kind, typename Datum>
 void SectionDictionary::addValuePair(int pnr, const std::string& name, Datum defaultval, Datum val,
                                      ValueDataType vdtype, bool isaxis) {
     std::shared_ptr<Value> value = std::make_shared<Kind>(val);
-    std::shared_ptr<Value> fallback = std::make_shared<Kind>(defaultval);
+    std::shared_ptr<Value> fallback = defaultObject(defaultval);
     guarded(kAddParameterText, [&] {
         insertEntry(std::make_unique<SectionValue>(pnr, 0, lowerCased(name), std::move(value),
                                                    std::move(fallback), vdtype, isaxis));
@@ -292,7 +329,7 @@ void SectionDictionary::addBoolParameter(int pnr, int bit, const std::string& na
         "bool defaultval, bool val)",
         [&] {
             std::shared_ptr<Value> value = std::make_shared<BoolValue>(val);
-            std::shared_ptr<Value> fallback = std::make_shared<BoolValue>(defaultval);
+            std::shared_ptr<Value> fallback = defaultObject(defaultval);
             insertEntry(std::make_unique<SectionValue>(pnr, bit, lowerCased(name), value, fallback,
                                                        ValueDataType::Bool, false));
         });
