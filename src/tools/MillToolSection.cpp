@@ -66,31 +66,35 @@ tools::HostValue hostValueOf(const SectionDictionary& section, const std::string
     }
 }
 
-// One value of a stored line, by the entry's data type, followed by the blank that separates it
-// from the next.
-std::string fieldText(const SectionValue& entry, bool last) {
-    std::string text;
+// Appends one value of a stored line, by the entry's data type, followed by the blank that
+// separates it from the next.
+void appendField(std::string& line, const SectionValue& entry, bool last) {
     switch (entry.getValueDataType()) {
         case ValueDataType::None:
         case ValueDataType::Double: {
             double value = 0.0;
             entry.getValue(&value);
-            text = text::general6(value);
+            line += text::general6(value);
             break;
         }
         case ValueDataType::Int: {
             int value = 0;
             entry.getValue(&value);
-            text = std::to_string(value);
+            line += std::to_string(value);
             break;
         }
-        case ValueDataType::String:
-            entry.getValue(&text);
+        case ValueDataType::String: {
+            std::string value;
+            entry.getValue(&value);
+            line += value;
             break;
+        }
         default:  // an option bit has no place in the tool record
-            return "";
+            return;
     }
-    return last ? text : text + " ";
+    if (!last) {
+        line += ' ';
+    }
 }
 
 }  // namespace
@@ -132,7 +136,7 @@ void MillToolSection::write(OperationBase* op) {
         std::vector<std::string> record(LINESCOUNT);
         tools::forEachName([&](int line, int slot, const std::string& name) {
             if (const SectionValue* entry = findEntry(name)) {
-                record[line] += fieldText(*entry, slot == lineslen[line] - 1);
+                appendField(record[line], *entry, slot == lineslen[line] - 1);
             }
         });
         tools::writeToolLines(*op->getVDM(), op->getNumber(), sectionNr, record);
