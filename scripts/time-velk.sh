@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Times every velk command on a project of many operations (100,000 by default): the example
 # project's operation store grown by make-large-project, velk built in Release in build-bench.
-# Prints one line per command: its wall-clock seconds and the command.
+# Prints how long loading and saving the project take alone, then one line per command: its
+# wall-clock seconds and the command.
 # Usage: scripts/time-velk.sh [OPERATIONS]
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -11,12 +12,15 @@ operations=${1:-100000}
 build=build-bench
 cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DVELKAPI_BUILD_TESTS=OFF \
   -DVELKAPI_BUILD_BENCHMARKS=ON >/dev/null
-cmake --build "$build" -j2 --target make-large-project velk >/dev/null
+cmake --build "$build" -j2 --target make-large-project time-project-file velk >/dev/null
 
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 project="$work/large-project.json"
 "$build/bench/make-large-project" examples/demo-project.json "$operations" "$project"
+
+# What every command spends on the project file before and after its own work.
+"$build/bench/time-project-file" "$project" "$work/saved.json" | sed 's/^/        project file: /'
 
 # The example store repeats its 18 operations after 3 host records: the last operation of the
 # grown store whose kind is that of the example's drilling operation (9) or pocket (6).

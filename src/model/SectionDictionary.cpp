@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cmath>
 #include <stdexcept>
 
 #include "host/ErrorBoundary.h"
+#include "model/FieldReaders.h"
 #include "model/TextHelpers.h"
 
 namespace VelkApi {
@@ -209,6 +211,42 @@ constexpr const char* kAddParameterText =
     "Error in SectionDictionary::addParameter(int pnr, const string &  name, Value * value, "
     "Value* defaultval, ValueDataType vdtype, bool isaxis)";
 
+// A default is never changed once declared, so the defaults most entries have (zero, the "not
+// set" markers, false, the empty text) are one object each, shared by every entry that has it,
+// instead of one object per entry. They live as long as the program, so the entries refer to
+// them without owning them (and without a shared count).
+template <typename Kind>
+std::shared_ptr<Value> lastingObject(Kind& object) {
+    return std::shared_ptr<Value>(std::shared_ptr<Value>(), &object);
+}
+
+std::shared_ptr<Value> defaultObject(double datum) {
+    static DoubleValue zero(0.0);
+    static DoubleValue unset(kUnsetDouble);
+    // A default of -0.0 keeps its own object: it is written as "-0".
+    if (datum == 0.0 && !std::signbit(datum)) {
+        return lastingObject(zero);
+    }
+    return datum == kUnsetDouble ? lastingObject(unset) : std::make_shared<DoubleValue>(datum);
+}
+std::shared_ptr<Value> defaultObject(int datum) {
+    static IntValue zero(0);
+    static IntValue unset(kUnsetInt);
+    if (datum == 0) {
+        return lastingObject(zero);
+    }
+    return datum == kUnsetInt ? lastingObject(unset) : std::make_shared<IntValue>(datum);
+}
+std::shared_ptr<Value> defaultObject(bool datum) {
+    static BoolValue no(false);
+    static BoolValue yes(true);
+    return datum ? lastingObject(yes) : lastingObject(no);
+}
+std::shared_ptr<Value> defaultObject(const std::string& datum) {
+    static StringValue empty{std::string()};
+    return datum.empty() ? lastingObject(empty) : std::make_shared<StringValue>(datum);
+}
+
 }  // namespace
 
 // The adders build each value together with its shared count in one allocation; a failure
@@ -218,7 +256,7 @@ template <typename Kind, typename Datum>
 void SectionDictionary::addValuePair(int pnr, const std::string& name, Datum defaultval, Datum val,
                                      ValueDataType vdtype, bool isaxis) {
     std::shared_ptr<Value> value = std::make_shared<Kind>(val);
-    std::shared_ptr<Value> fallback = std::make_shared<Kind>(defaultval);
+    std::shared_ptr<Value> fallback = defaultObject(defaultval);
     guarded(kAddParameterText, [&] {
         insertEntry(std::make_unique<SectionValue>(pnr, 0, lowerCased(name), std::move(value),
                                                    std::move(fallback), vdtype, isaxis));
@@ -291,7 +329,7 @@ void SectionDictionary::addBoolParameter(int pnr, int bit, const std::string& na
         "bool defaultval, bool val)",
         [&] {
             std::shared_ptr<Value> value = std::make_shared<BoolValue>(val);
-            std::shared_ptr<Value> fallback = std::make_shared<BoolValue>(defaultval);
+            std::shared_ptr<Value> fallback = defaultObject(defaultval);
             insertEntry(std::make_unique<SectionValue>(pnr, bit, lowerCased(name), value, fallback,
                                                        ValueDataType::Bool, false));
         });
@@ -333,12 +371,13 @@ void SectionDictionary::addStringAxisParameter(int pnr, const std::string& name,
 
 // ---- field readers
 
-int SectionDictionary::getIntFromLine(const std::string& line, size_t n, int defaultval) {
+namespace fields {
+
+int intField(const std::string& line, std::size_t pos, int defaultval) {
     return guarded(0,
                    "Error in SectionDictionary::getIntFromLine(const string & line, int "
                    "defaultval)",
                    [&] {
-                       std::size_t pos = text::fieldPosition(line, n);
                        if (pos == text::kNotFound) {
                            return defaultval;
                        }
@@ -348,7 +387,7 @@ int SectionDictionary::getIntFromLine(const std::string& line, size_t n, int def
                    });
 }
 
-double SectionDictionary::getDoubleFromLine(const std::string& line, size_t n, double defaultval) {
+double doubleField(const std::string& line, std::size_t pos, double defaultval) {
     const auto describe = [](const char* reason) {
         return std::string(
                    "Error in SectionDictionary::getDoubleFromLine((const string & line, double "
@@ -356,33 +395,36 @@ double SectionDictionary::getDoubleFromLine(const std::string& line, size_t n, d
                reason + " ";
     };
     return guarded(defaultval, describe, [&] {
-        std::size_t pos = text::fieldPosition(line, n);
         if (pos == text::kNotFound) {
             return defaultval;
         }
-        // A ',' reads as a decimal point. A number never reaches past its field, so only the
-        // field is copied to be read.
+        // A ',' reads as a decimal point. A number never reaches past its field, so a field
+        // without one converts in place and only one with a ',' is copied to be read.
         text::skipBlanks(line, pos);
         std::size_t end = pos;
+        bool comma = false;
         while (end < line.size() && !text::isBlank(line[end])) {
+            comma = comma || line[end] == ',';
             ++end;
+        }
+        double result = defaultval;
+        if (!comma) {
+            text::readDouble(line, pos, result, defaultval);
+            return result;
         }
         std::string field = line.substr(pos, end - pos);
         std::replace(field.begin(), field.end(), ',', '.');
         std::size_t at = 0;
-        double result = defaultval;
         text::readDouble(field, at, result, defaultval);
         return result;
     });
 }
 
-std::string SectionDictionary::getStringFromLine(const std::string& line, size_t n,
-                                                 std::string defaultval) {
+std::string stringField(const std::string& line, std::size_t pos, const std::string& defaultval) {
     return guarded(defaultval,
                    "Error in SectionDictionary::getStringFromLine((const string & line, double "
                    "defaultval)",
                    [&]() -> std::string {
-                       std::size_t pos = text::fieldPosition(line, n);
                        if (pos == text::kNotFound) {
                            return defaultval;
                        }
@@ -390,6 +432,21 @@ std::string SectionDictionary::getStringFromLine(const std::string& line, size_t
                        text::readToken(line, pos, result, defaultval);
                        return result;
                    });
+}
+
+}  // namespace fields
+
+int SectionDictionary::getIntFromLine(const std::string& line, size_t n, int defaultval) {
+    return fields::intField(line, text::fieldPosition(line, n), defaultval);
+}
+
+double SectionDictionary::getDoubleFromLine(const std::string& line, size_t n, double defaultval) {
+    return fields::doubleField(line, text::fieldPosition(line, n), defaultval);
+}
+
+std::string SectionDictionary::getStringFromLine(const std::string& line, size_t n,
+                                                 std::string defaultval) {
+    return fields::stringField(line, text::fieldPosition(line, n), defaultval);
 }
 
 }  // namespace VelkApi

@@ -73,17 +73,27 @@ std::size_t toDouble(const std::string& text, double& target) {
 }
 
 std::size_t fieldPosition(const std::string& line, std::size_t n) {
-    std::size_t pos = 0;
-    for (std::size_t field = 0; field < n; ++field) {
-        skipBlanks(line, pos);
-        while (pos < line.size() && !isBlank(line[pos])) {
+    return FieldCursor(line).position(n);
+}
+
+std::size_t FieldCursor::position(std::size_t n) {
+    if (n < field) {
+        field = 0;
+        start = 0;
+    }
+    std::size_t pos = start;
+    for (std::size_t next = field; next < n; ++next) {
+        skipBlanks(*line, pos);
+        while (pos < line->size() && !isBlank((*line)[pos])) {
             ++pos;
         }
-        if (pos >= line.size()) {
+        if (pos >= line->size()) {
             return kNotFound;
         }
-        skipBlanks(line, pos);
+        skipBlanks(*line, pos);
     }
+    field = n;
+    start = pos;
     return pos;
 }
 

@@ -33,6 +33,20 @@ std::size_t toByte(const std::string& text, char& target);
 // Start of field n (0-based, fields separated by white space), or kNotFound.
 std::size_t fieldPosition(const std::string& line, std::size_t n);
 
+// The fields of one line, found in a single pass by readers that take them in ascending order:
+// each position continues from the field asked for before; a lower field starts over.
+class FieldCursor {
+  public:
+    explicit FieldCursor(const std::string& text) : line(&text) {}
+    // As fieldPosition(line, n).
+    std::size_t position(std::size_t n);
+
+  private:
+    const std::string* line;
+    std::size_t field = 0;
+    std::size_t start = 0;  // of `field`
+};
+
 std::size_t readInt(const std::string& line, std::size_t& pos, int& target, int fallback);
 // An integer at pos: true when one converts there; otherwise false, and pos and target stay.
 // A number out of range still throws.

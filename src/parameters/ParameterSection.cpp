@@ -9,6 +9,8 @@
 
 #include "host/ErrorBoundary.h"
 #include "host/StoreSession.h"
+#include "model/FieldReaders.h"
+#include "model/TextHelpers.h"
 #include "parameters/ParameterCatalogue.h"
 #include "parameters/ParameterLines.h"
 #include "parameters/PpDefIni.h"
@@ -207,6 +209,8 @@ void ParameterSection::readRecord(MillTurnVdm& vdm, int number) {
     }
 
     const std::size_t valueLines = lines.size() - 1;
+    // The entries come in the order of their numbers, so each line's fields are found in one pass.
+    std::vector<text::FieldCursor> cursors(lines.begin() + 1, lines.end());
     const std::vector<SectionValue*> sorted = entriesByNumber();
     for (const parameters::Field& field : parameters::fieldsOf(sorted, kRecordLayout)) {
         SectionValue& entry = *sorted[field.first];
@@ -218,30 +222,31 @@ void ParameterSection::readRecord(MillTurnVdm& vdm, int number) {
             continue;
         }
         const std::string& line = lines[static_cast<std::size_t>(lineIndex) + 1];
+        const std::size_t start = cursors[static_cast<std::size_t>(lineIndex)].position(position);
         switch (entry.getValueDataType()) {
             case ValueDataType::Double: {
                 double fallback = 0.0;
                 entry.getDefault(&fallback);
-                const double value = getDoubleFromLine(line, position, fallback);
+                const double value = fields::doubleField(line, start, fallback);
                 entry.setValue(&value);
                 break;
             }
             case ValueDataType::Int: {
                 int fallback = 0;
                 entry.getDefault(&fallback);
-                const int value = getIntFromLine(line, position, fallback);
+                const int value = fields::intField(line, start, fallback);
                 entry.setValue(&value);
                 break;
             }
             case ValueDataType::Bool: {
-                const auto word = static_cast<std::uint32_t>(getIntFromLine(line, position, 0));
+                const auto word = static_cast<std::uint32_t>(fields::intField(line, start, 0));
                 parameters::setOptionWord(sorted, field, word);
                 break;
             }
             case ValueDataType::String: {
                 std::string fallback;
                 entry.getDefault(&fallback);
-                const std::string value = getStringFromLine(line, position, fallback);
+                const std::string value = fields::stringField(line, start, fallback);
                 entry.setValue(&value);
                 break;
             }

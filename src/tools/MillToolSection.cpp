@@ -7,6 +7,7 @@
 #include <variant>
 
 #include "host/ErrorBoundary.h"
+#include "model/FieldReaders.h"
 #include "model/TextHelpers.h"
 #include "tools/HostVariables.h"
 #include "tools/ToolRecordStore.h"
@@ -65,31 +66,35 @@ tools::HostValue hostValueOf(const SectionDictionary& section, const std::string
     }
 }
 
-// One value of a stored line, by the entry's data type, followed by the blank that separates it
-// from the next.
-std::string fieldText(const SectionValue& entry, bool last) {
-    std::string text;
+// Appends one value of a stored line, by the entry's data type, followed by the blank that
+// separates it from the next.
+void appendField(std::string& line, const SectionValue& entry, bool last) {
     switch (entry.getValueDataType()) {
         case ValueDataType::None:
         case ValueDataType::Double: {
             double value = 0.0;
             entry.getValue(&value);
-            text = text::general6(value);
+            line += text::general6(value);
             break;
         }
         case ValueDataType::Int: {
             int value = 0;
             entry.getValue(&value);
-            text = std::to_string(value);
+            line += std::to_string(value);
             break;
         }
-        case ValueDataType::String:
-            entry.getValue(&text);
+        case ValueDataType::String: {
+            std::string value;
+            entry.getValue(&value);
+            line += value;
             break;
+        }
         default:  // an option bit has no place in the tool record
-            return "";
+            return;
     }
-    return last ? text : text + " ";
+    if (!last) {
+        line += ' ';
+    }
 }
 
 }  // namespace
@@ -131,7 +136,7 @@ void MillToolSection::write(OperationBase* op) {
         std::vector<std::string> record(LINESCOUNT);
         tools::forEachName([&](int line, int slot, const std::string& name) {
             if (const SectionValue* entry = findEntry(name)) {
-                record[line] += fieldText(*entry, slot == lineslen[line] - 1);
+                appendField(record[line], *entry, slot == lineslen[line] - 1);
             }
         });
         tools::writeToolLines(*op->getVDM(), op->getNumber(), sectionNr, record);
@@ -147,21 +152,28 @@ void MillToolSection::read(OperationBase* op) {
         const int named = std::min(static_cast<int>(record.size()), static_cast<int>(LINESCOUNT));
         for (int line = 0; line < named; ++line) {
             const std::string& text = record[line];
+            text::FieldCursor fieldsOfLine(text);
             for (int slot = 0; slot < lineslen[line]; ++slot) {
                 const std::string& name = lines[line][slot];
-                if (!existsKey(name)) {
+                SectionValue* entry = findEntry(name);
+                if (entry == nullptr) {
                     continue;
                 }
                 switch (tools::kindOf(name)) {
                     case '$':
-                        setString(name, text);
+                        entry->setValue(&text);
                         break;
-                    case 'i':
-                        setInt(name, getIntFromLine(text, slot, 0));
+                    case 'i': {
+                        const int value = fields::intField(text, fieldsOfLine.position(slot), 0);
+                        entry->setValue(&value);
                         break;
-                    case 'w':
-                        setDouble(name, getDoubleFromLine(text, slot, 0.0));
+                    }
+                    case 'w': {
+                        const double value =
+                            fields::doubleField(text, fieldsOfLine.position(slot), 0.0);
+                        entry->setValue(&value);
                         break;
+                    }
                     default:
                         break;
                 }

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <functional>
 #include <memory>
 
@@ -106,6 +107,47 @@ TEST(SectionDictionary, AddersDeclareValueDefaultTypeAndAxis) {
     EXPECT_EQ(section.getInt("i_d"), 4);
     EXPECT_TRUE(section.getBool("o_f"));
     EXPECT_EQ(section.getString("$_g"), "dg");
+}
+
+TEST(SectionDictionary, EntriesWithTheSameDefaultKeepTheirOwnValues) {
+    TestSection first;
+    TestSection second;
+    for (TestSection* section : {&first, &second}) {
+        section->addDoubleParameter(1, "w_zero", 0.0);
+        section->addDoubleParameter(2, "w_unset", kUnsetDouble);
+        section->addDoubleParameter(3, "w_minus_zero", -0.0);
+        section->addIntParameter(4, "i_zero", 0);
+        section->addIntParameter(5, "i_unset", kUnsetInt);
+        section->addBoolParameter(6, 1, "o_no", false, false);
+        section->addBoolParameter(6, 2, "o_yes", true, true);
+        section->addStringParameter(7, "$_empty");
+    }
+    first.setDouble("w_zero", 1.5);
+    first.setDouble("w_unset", 2.5);
+    first.setInt("i_zero", 3);
+    first.setInt("i_unset", 4);
+    first.setBool("o_no", true);
+    first.setBool("o_yes", false);
+    first.setString("$_empty", "text");
+    EXPECT_EQ(second.getDouble("w_zero"), 0.0);
+    EXPECT_EQ(second.getDouble("w_unset"), kUnsetDouble);
+    EXPECT_EQ(second.getInt("i_zero"), 0);
+    EXPECT_EQ(second.getInt("i_unset"), kUnsetInt);
+    EXPECT_FALSE(second.getBool("o_no"));
+    EXPECT_TRUE(second.getBool("o_yes"));
+    EXPECT_EQ(second.getString("$_empty"), "");
+
+    first.setDouble("w_minus_zero", 5.0);
+    first.setDefault();
+    EXPECT_EQ(first.getDouble("w_zero"), 0.0);
+    EXPECT_EQ(first.getDouble("w_unset"), kUnsetDouble);
+    EXPECT_TRUE(std::signbit(first.getDouble("w_minus_zero")));
+    EXPECT_FALSE(std::signbit(first.getDouble("w_zero")));
+    EXPECT_EQ(first.getInt("i_zero"), 0);
+    EXPECT_EQ(first.getInt("i_unset"), kUnsetInt);
+    EXPECT_FALSE(first.getBool("o_no"));
+    EXPECT_TRUE(first.getBool("o_yes"));
+    EXPECT_EQ(first.getString("$_empty"), "");
 }
 
 TEST(SectionDictionary, ReadKeysListsInByteOrder) {
@@ -227,6 +269,9 @@ TEST(SectionDictionaryLog, LostEntryMapLogsWholeSectionTexts) {
 // Each adder builds its two values first; a failure there is logged under the adder's own text.
 TEST(SectionDictionaryLog, FailingAllocationLogsAdderTexts) {
     TestSection section;
+    // The first int entry also builds the int defaults every section shares; the allocations
+    // counted below are then each entry's own.
+    section.addIntParameter(0, "first", 0);
     const std::string name = "a_name_long_enough_to_allocate_its_lower_cased_copy";
     struct Case {
         std::function<void()> add;

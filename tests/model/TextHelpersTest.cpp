@@ -14,6 +14,33 @@ TEST(FieldPosition, FindsFieldStarts) {
     EXPECT_EQ(fieldPosition("  1\t\t2", 1), 5u);
 }
 
+TEST(FieldCursor, FindsEveryFieldAsFieldPositionDoes) {
+    const std::string line = "  1\t\t2 abc  -4,5 ";
+    FieldCursor cursor(line);
+    for (std::size_t n = 0; n <= 5; ++n) {
+        EXPECT_EQ(cursor.position(n), fieldPosition(line, n)) << "field " << n;
+    }
+}
+
+TEST(FieldCursor, ContinuesAfterSkippedFieldsAndStartsOverForALowerOne) {
+    const std::string line = "10 20 30 40";
+    FieldCursor cursor(line);
+    EXPECT_EQ(cursor.position(2), 6u);
+    EXPECT_EQ(cursor.position(2), 6u);
+    EXPECT_EQ(cursor.position(3), 9u);
+    EXPECT_EQ(cursor.position(1), 3u);
+    EXPECT_EQ(cursor.position(0), 0u);
+}
+
+TEST(FieldCursor, AFieldBeyondTheLineIsNotFoundAndLeavesTheFieldsBefore) {
+    const std::string line = "1 2";
+    FieldCursor cursor(line);
+    EXPECT_EQ(cursor.position(1), 2u);
+    EXPECT_EQ(cursor.position(4), kNotFound);
+    EXPECT_EQ(cursor.position(1), 2u);
+    EXPECT_EQ(cursor.position(2), kNotFound);
+}
+
 TEST(ReadInt, BlankLineStoresDefault) {
     std::size_t pos = 0;
     int target = 0;
