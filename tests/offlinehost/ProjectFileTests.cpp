@@ -425,5 +425,42 @@ TEST_F(ProjectFileTest, ACaptureBlockIsLoadedAndSavedBack) {
               "demo.json: /capture/when: expected one of taken, library, missingExports");
 }
 
+
+// The exports a captured session's host lacked stay missing when the capture is loaded: each
+// call goes to "VelkMissingAPI" and takes its answer; the other exports answer as always.
+TEST_F(ProjectFileTest, TheExportsACaptureListsAsMissingStayMissing) {
+    host.loadProjectText(R"({
+  "environment": {"TURNDRIVENTOOLS": "1"},
+  "globals": {"w_depth": 2.5},
+  "stores": {"1": [["0 1 0"]]},
+  "capture": {
+    "missingExports": ["VelkMacroVdmExists", "VelkReadGlobalW", "VelkEnvironment",
+                       "VelkObjectStart", "VelkGetWnd"]
+  }
+})",
+                         "demo.json");
+    int status = -1;
+    double x = 7.0, y = 7.0, z = 7.0;
+    EXPECT_EQ(VelkMacroVdmExists(1), 0);
+    EXPECT_EQ(VelkReadGlobalW("w_depth", &status), 0.0);
+    EXPECT_EQ(status, -1);
+    EXPECT_EQ(VelkEnvironment("TURNDRIVENTOOLS"), nullptr);
+    VelkObjectStart(10, &x, &y, &z);
+    EXPECT_EQ(x, 7.0);
+    EXPECT_EQ(VelkGetWnd(0), nullptr);
+    EXPECT_EQ(host.missingApiCalls(), 5);
+    EXPECT_EQ(host.callCount("VelkMissingAPI"), 5);
+    EXPECT_EQ(host.callCount("VelkMacroVdmExists"), 0);
+    EXPECT_EQ(host.callCount("VelkReadGlobalW"), 0);
+
+    EXPECT_EQ(VelkMacroVdmCheckOpen(1), 0);  // not listed: answers as always
+    EXPECT_EQ(host.callCount("VelkMacroVdmCheckOpen"), 1);
+    EXPECT_EQ(host.missingApiCalls(), 5);
+
+    host.loadProjectText(R"({"stores": {"1": [["0 1 0"]]}})", "demo.json");
+    EXPECT_EQ(VelkMacroVdmExists(1), 1);  // a project without the capture block has them all
+    EXPECT_EQ(host.missingApiCalls(), 0);
+}
+
 }  // namespace
 }  // namespace offlinehost

@@ -1,5 +1,6 @@
 #include "HostState.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <utility>
 
@@ -28,6 +29,14 @@ int HostState::showMessageBox(void* owner, const char* text, const char* caption
 int HostState::missingApi() {
     ++observed.missingApiCalls;
     return 0;
+}
+
+bool HostState::lacksExport(std::string_view exportName) const {
+    if (!project.capture) {
+        return false;
+    }
+    const std::vector<std::string>& missing = project.capture->missingExports;
+    return std::find(missing.begin(), missing.end(), exportName) != missing.end();
 }
 
 HostState& hostState() {

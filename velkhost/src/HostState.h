@@ -32,6 +32,8 @@ struct HostState {
     void countCall(const char* exportName, std::initializer_list<int> numbers, const char* text);
     int showMessageBox(void* owner, const char* text, const char* caption, unsigned style);
     int missingApi();
+    // True for an export the loaded capture lists as one the session's host did not have.
+    bool lacksExport(std::string_view exportName) const;
 };
 
 // Never destroyed, so that the library may still call the host while the process exits.
