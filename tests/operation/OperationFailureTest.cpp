@@ -136,23 +136,8 @@ TEST_F(OperationFailureTest, CycleLogsAndGivesEmptyText) {
 // Every allocation of building an operation fails once, in turn: each failure is logged with
 // its operation's text, nothing leaks, and the object stays as far as it got.
 TEST_F(OperationFailureTest, EveryFailingAllocationOfSetupIsLogged) {
-    std::set<std::string> seen;
-    for (int skip = 0; skip < 10000; ++skip) {
-        ErrorLogWatch log;
-        testsupport::failAllocationAfter(skip);
-        bool failed = false;
-        try {
-            MillDrillOperation op(Kind::DRILLING);
-        } catch (const std::bad_alloc&) {
-            failed = true;  // before setup: the base's own members
-        }
-        testsupport::stopFailingAllocations();
-        const Texts texts = log.texts();
-        seen.insert(texts.begin(), texts.end());
-        if (texts.empty() && !failed) {
-            break;  // every allocation succeeded
-        }
-    }
+    const std::set<std::string> seen =
+        testsupport::textsOfEveryFailingAllocation([] { MillDrillOperation op(Kind::DRILLING); });
     EXPECT_TRUE(seen.count("Error in MillDrillOperation::Setup => std::bad_alloc"));
     EXPECT_TRUE(seen.count("Error in MillDrillOperation::createParameterSection"));
     EXPECT_TRUE(seen.count("Error in MillDrillOperation::createGeometrySection()"));
@@ -165,27 +150,9 @@ TEST_F(OperationFailureTest, EveryFailingAllocationOfSetupIsLogged) {
 // store makes the kind unknown (10) without a record: that reader answers every failure so. The
 // failures of building the sections are logged as above, and no store handle stays open.
 TEST_F(OperationFailureTest, EveryFailingAllocationOfReadingTheKindIsLogged) {
-    std::set<std::string> seen;
-    for (int skip = 0; skip < 10000; ++skip) {
-        ErrorLogWatch log;
-        testsupport::failAllocationAfter(skip);
-        bool failed = false;
-        try {
-            MillDrillOperation op(1, 3);
-        } catch (const std::bad_alloc&) {
-            failed = true;  // before the kind is read: the base's own members
-        }
-        const bool everyAllocationSucceeded = testsupport::allocationFailurePending();
-        testsupport::stopFailingAllocations();
-        const Texts texts = log.texts();
-        seen.insert(texts.begin(), texts.end());
-        EXPECT_EQ(host().callCount("VelkMacroVdmOpen"), host().callCount("VelkMacroVdmClose"))
-            << "allocation " << skip;
-        if (everyAllocationSucceeded) {
-            EXPECT_TRUE(texts.empty() && !failed);
-            break;
-        }
-    }
+    const std::set<std::string> seen =
+        testsupport::textsOfEveryFailingAllocation([] { MillDrillOperation op(1, 3); });
     EXPECT_TRUE(seen.count("Error in MillDrillOperation::Setup => std::bad_alloc"));
     EXPECT_FALSE(seen.count("Error in MillDrillOperation::GetOperationType() => std::bad_alloc"));
+    EXPECT_EQ(host().callCount("VelkMacroVdmOpen"), host().callCount("VelkMacroVdmClose"));
 }

@@ -3,6 +3,8 @@
 #include <cstdlib>
 #include <new>
 
+#include "ErrorLog.h"
+
 namespace testsupport {
 
 namespace {
@@ -21,6 +23,26 @@ void stopFailingAllocations() {
 
 bool allocationFailurePending() {
     return allocationsUntilFailure >= 0;
+}
+
+std::set<std::string> textsOfEveryFailingAllocation(const std::function<void()>& work) {
+    std::set<std::string> seen;
+    for (int skip = 0;; ++skip) {
+        ErrorLogWatch log;
+        failAllocationAfter(skip);
+        try {
+            work();
+        } catch (const std::bad_alloc&) {
+            // out of an object's own construction, before its boundary
+        }
+        const bool allSucceeded = allocationFailurePending();
+        stopFailingAllocations();
+        const std::vector<std::string> texts = log.texts();
+        seen.insert(texts.begin(), texts.end());
+        if (allSucceeded) {
+            return seen;
+        }
+    }
 }
 
 }  // namespace testsupport

@@ -13,6 +13,7 @@
 
 using namespace VelkApi;
 using testsupport::ErrorLogWatch;
+using testsupport::textsOfEveryFailingAllocation;
 
 namespace {
 
@@ -55,26 +56,6 @@ class BrokenTexts : public ExpertToolSection {
 
 // The texts logged while `work` runs with each of its allocations failing in turn, until a run
 // in which every allocation succeeded.
-std::set<std::string> textsOfEveryFailingAllocation(const std::function<void()>& work) {
-    std::set<std::string> seen;
-    for (int skip = 0;; ++skip) {
-        ErrorLogWatch log;
-        testsupport::failAllocationAfter(skip);
-        try {
-            work();
-        } catch (const std::bad_alloc&) {
-            // out of an object's own construction, before its boundary
-        }
-        const bool allSucceeded = testsupport::allocationFailurePending();
-        testsupport::stopFailingAllocations();
-        const Texts texts = log.texts();
-        seen.insert(texts.begin(), texts.end());
-        if (allSucceeded) {
-            return seen;
-        }
-    }
-}
-
 }  // namespace
 
 class ToolFailureTest : public ToolTest {
