@@ -216,6 +216,37 @@ TEST_F(CaptureFileTest, StartingAgainWritesTheRunningCaptureFirst) {
     EXPECT_FALSE(host().global("n_count"));
 }
 
+// A global the session writes before it ever reads it is captured with what the session wrote,
+// for every kind: that is all the session saw of it. Array elements before the first one the
+// session reached are 0.
+TEST_F(CaptureFileTest, GlobalsWrittenBeforeTheyAreReadAreCapturedAsWritten) {
+    using velkhost::GlobalValue;
+    host().setGlobal("n_count", 3);
+    host().setGlobal("s_name", std::string("old"));
+    host().setGlobal("n_list", std::vector<int>{1, 2, 3});
+    host().setGlobal("w_list", std::vector<double>{1.5, 2.5, 3.5});
+    host().setGlobal("w_read", std::vector<double>{0.25, 0.5, 0.75});
+    Capture::start(path);
+    int status = -1;
+    host::WriteGlobalI("n_count", 8, &status);
+    host::WriteGlobalStr("s_name", "new", &status);
+    const int ints[] = {20, 30};
+    host::WriteGlobalArrayI("n_list", 2, 2, ints, &status);
+    const double doubles[] = {9.5};
+    host::WriteGlobalArrayW("w_list", 1, 1, doubles, &status);
+    double slice[2] = {};
+    host::ReadGlobalArrayW("w_read", 2, 2, slice, &status);
+    ASSERT_TRUE(Capture::stop());
+
+    host().loadProject(path);
+    EXPECT_EQ(host().global("n_count"), std::optional<GlobalValue>(8));
+    EXPECT_EQ(host().global("s_name"), std::optional<GlobalValue>(std::string("new")));
+    EXPECT_EQ(host().global("n_list"), std::optional<GlobalValue>(std::vector<int>{0, 20, 30}));
+    EXPECT_EQ(host().global("w_list"), std::optional<GlobalValue>(std::vector<double>{9.5}));
+    EXPECT_EQ(host().global("w_read"),
+              std::optional<GlobalValue>(std::vector<double>{0.0, 0.5, 0.75}));
+}
+
 TEST_F(CaptureFileTest, AFileThatCannotBeWrittenCostsOneErrorRecordAndNothingElse) {
     setUpSmallProject(host());
     const std::string unwritable = folder + "/no-such-folder/capture.json";
