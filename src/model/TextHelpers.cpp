@@ -64,10 +64,6 @@ std::size_t toInt(const std::string& text, int& target) {
     return text.empty() ? 0 : intFrom(text.c_str(), target);
 }
 
-std::size_t toByte(const std::string& text, char& target) {
-    return text.empty() ? 0 : byteFrom(text.c_str(), target);
-}
-
 std::size_t toDouble(const std::string& text, double& target) {
     return text.empty() ? 0 : doubleFrom(text.c_str(), target);
 }

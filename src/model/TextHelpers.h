@@ -28,7 +28,6 @@ void skipBlanks(const std::string& line, std::size_t& pos);
 // Characters converted; an empty text converts nothing and leaves the target alone.
 std::size_t toInt(const std::string& text, int& target);
 std::size_t toDouble(const std::string& text, double& target);
-std::size_t toByte(const std::string& text, char& target);
 
 // Start of field n (0-based, fields separated by white space), or kNotFound.
 std::size_t fieldPosition(const std::string& line, std::size_t n);
