@@ -2,10 +2,35 @@
 // the offline host standing in for the CAM application.
 #include <velkhost/OfflineHost.h>
 
+#include <exception>
 #include <iostream>
+#include <stdexcept>
+#include <string>
 
 #include "Commands.h"
 #include "Project.h"
+
+namespace {
+
+// What a failure the library let through means for the user. Every operation reads the
+// machine's "TURNDRIVENTOOLS" setting from the environment as a whole number and fails when it is
+// missing or is no number: that is named; anything else is reported as the library said it.
+std::string unexpectedFailure(const std::exception& e) {
+    const bool conversion = dynamic_cast<const std::invalid_argument*>(&e) != nullptr ||
+                            dynamic_cast<const std::out_of_range*>(&e) != nullptr;
+    const std::string value = velkhost::OfflineHost::instance().environment("TURNDRIVENTOOLS");
+    if (!conversion || velk::parseWholeNumber(value)) {
+        return e.what();
+    }
+    if (value.empty()) {
+        return "the project's environment has no TURNDRIVENTOOLS value (a whole number, 2 when "
+               "the machine has turning-driven tools)";
+    }
+    return "the project's environment value TURNDRIVENTOOLS '" + value +
+           "' is not a whole number";
+}
+
+}  // namespace
 
 int main(int argc, char** argv) {
     CLI::App app{"velk - read and edit the milling and drilling operations of a project file"};
@@ -31,6 +56,10 @@ int main(int argc, char** argv) {
     } catch (const velk::CommandError& e) {
         std::cerr << "velk: " << e.what() << "\n";
         return 1;
+    } catch (const std::exception& e) {
+        // Like a project that cannot be read: 2, which diff's "different" (1) cannot be taken for.
+        std::cerr << "velk: " << unexpectedFailure(e) << "\n";
+        return 2;
     }
     return 0;
 }
