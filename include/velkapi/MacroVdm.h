@@ -17,10 +17,13 @@ class VELKAPI_EXPORT MacroVdm {
     explicit MacroVdm(int vdmName);
     /// Closes the store when it is still open.
     virtual ~MacroVdm();
-    /// A copy of another MacroVdm.
-    MacroVdm(const MacroVdm&) = default;
-    /// Becomes a copy of another MacroVdm.
-    MacroVdm& operator=(const MacroVdm&) = default;
+    /// A handle on the same store, not open. The host's open handle stays with the object that
+    /// opened it, which alone uses and closes it, so no copy closes the store twice; a copy that
+    /// is to read or write opens the store itself once the original has closed it.
+    MacroVdm(const MacroVdm& other);
+    /// Closes this handle's store when it is open, then becomes a handle on `other`'s store, not
+    /// open, as a copy does.
+    MacroVdm& operator=(const MacroVdm& other);
 
     /// Opens an existing store that nobody else holds open.
     bool Open();

@@ -21,9 +21,10 @@ class VELKAPI_EXPORT MillTurnVdm : public MacroVdm {
     /// A handle on store `vdmName`, not yet open, with no operation loaded.
     explicit MillTurnVdm(int vdmName);
     ~MillTurnVdm() override;
-    /// A copy of another MillTurnVdm.
+    /// A copy of another MillTurnVdm: the same store, loaded operation and section counts, but
+    /// not open; the open handle stays with the original (see MacroVdm's copy).
     MillTurnVdm(const MillTurnVdm&) = default;
-    /// Becomes a copy of another MillTurnVdm.
+    /// Becomes a copy of another MillTurnVdm, closing this one's store first when it is open.
     MillTurnVdm& operator=(const MillTurnVdm&) = default;
 
     /// Inserts "<type> 1 0" as a new operation before `position` and loads it.

@@ -17,6 +17,19 @@ MacroVdm::MacroVdm(int name) : vdmName(name) {
     buffer[0] = '\0';
 }
 
+MacroVdm::MacroVdm(const MacroVdm& other) : MacroVdm(other.vdmName) {}
+
+MacroVdm& MacroVdm::operator=(const MacroVdm& other) {
+    if (this != &other) {
+        if (handle != 0) {
+            Close();
+        }
+        vdmName = other.vdmName;
+        buffer[0] = '\0';
+    }
+    return *this;
+}
+
 MacroVdm::~MacroVdm() {
     if (handle != 0) {
         Close();

@@ -146,3 +146,48 @@ TEST_F(MacroVdmTest, DestructorClosesAnOpenStore) {
     MacroVdm again(5);
     EXPECT_TRUE(again.Open());
 }
+
+// The open handle stays with the handle that opened it: a copy is not open, so only the original
+// closes the store, once.
+TEST_F(MacroVdmTest, CopyOfAnOpenHandleIsNotOpenAndTheStoreClosesOnce) {
+    {
+        MacroVdm original(5);
+        ASSERT_TRUE(original.Open());
+        const MacroVdm copy(original);
+        EXPECT_FALSE(copy.isOpen());
+        EXPECT_EQ(copy.getHandle(), 0);
+        EXPECT_EQ(copy.getVdmName(), 5);
+        EXPECT_TRUE(original.isOpen());
+    }
+    EXPECT_EQ(host().callCount("VelkMacroVdmClose"), 1);
+    EXPECT_TRUE(boxes().empty());
+}
+
+TEST_F(MacroVdmTest, CopyOpensTheStoreOnceTheOriginalClosedIt) {
+    MacroVdm original(5);
+    ASSERT_TRUE(original.Open());
+    MacroVdm copy(original);
+    ASSERT_TRUE(original.Close());
+    ASSERT_TRUE(copy.Open());
+    std::string line;
+    ASSERT_TRUE(copy.SingleGet(line));
+    EXPECT_EQ(line, "4 1 0");
+    EXPECT_TRUE(boxes().empty());
+}
+
+TEST_F(MacroVdmTest, AssigningOntoAnOpenHandleClosesItsStoreFirst) {
+    host().setStore(6, Records{{"1 1 0"}});
+    MacroVdm target(5);
+    ASSERT_TRUE(target.Open());
+    MacroVdm source(6);
+    ASSERT_TRUE(source.Open());
+    target = source;
+    EXPECT_EQ(host().callCount("VelkMacroVdmClose"), 1);
+    EXPECT_FALSE(target.isOpen());
+    EXPECT_EQ(target.getVdmName(), 6);
+    EXPECT_TRUE(source.isOpen());
+    EXPECT_FALSE(target.Open());  // `source` still holds store 6
+    EXPECT_EQ(boxes(), Texts{"VelkApi::MacroVdm|6: Open: already open by another process"});
+    MacroVdm again(5);
+    EXPECT_TRUE(again.Open());
+}

@@ -249,3 +249,18 @@ TEST_F(MillTurnVdmTest, DeleteSectionOfASectionTheHeaderDoesNotListChangesNothin
     vdm.Close();
     EXPECT_EQ(host().lines(9, 0), (Lines{"4 1 3 1 2 1", "msg", "t1", "t2", "POCKET"}));
 }
+
+TEST_F(MillTurnVdmTest, CopyKeepsTheLoadedOperationButNotTheOpenHandle) {
+    ASSERT_TRUE(vdm.Create());
+    ASSERT_TRUE(vdm.LoadOperation(0));
+    {
+        const MillTurnVdm copy(vdm);
+        EXPECT_FALSE(copy.isOpen());
+        EXPECT_EQ(copy.getCurrentOperation(), 0);
+        EXPECT_EQ(copy.getSectionLineCounts(), (std::vector<int>{1, 2, 1}));
+    }
+    EXPECT_EQ(host().callCount("VelkMacroVdmClose"), 0);
+    EXPECT_TRUE(vdm.Close());
+    EXPECT_EQ(host().callCount("VelkMacroVdmClose"), 1);
+    EXPECT_TRUE(boxes().empty());
+}
