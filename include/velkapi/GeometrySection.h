@@ -10,6 +10,11 @@
 /// keyed by n with at least four digits, "0007". Objects are written in the order of their
 /// numbers, so a caller numbers them outline figures first, then islands, then the profiles, for
 /// them to read back in their roles.
+///
+/// ENGRAVE, TOOLS and MOVING keep none of those counters among their parameters. Their objects
+/// are written to the store, but a read finds no count of figures and reads none of them;
+/// writing such an operation after reading it therefore stores an empty geometry section. A
+/// caller that edits such an operation adds its objects again before writing it back.
 #pragma once
 
 #include <string>

@@ -267,3 +267,69 @@ TEST_F(MillDrillOperationTest, CopiesShareSectionsAndBothMayBeDestroyed) {
     copy->readFromVDM();
     EXPECT_EQ(copy->getParameterSection()->getInt("i_type"), 83);
 }
+
+// ENGRAVE, TOOLS and MOVING keep no geometry counters among their parameters. Their geometry
+// objects are written, but a read finds no counter saying how many lines are figures, so it reads
+// none of them, and the next write of the operation stores an empty geometry section.
+namespace {
+
+struct GeometryCase {
+    Kind kind;
+};
+
+void PrintTo(const GeometryCase& c, std::ostream* out) {
+    *out << millDrillOperationTypeToString(c.kind);
+}
+
+class GeometryWithoutCountersTest : public MillDrillOperationTest,
+                                    public ::testing::WithParamInterface<GeometryCase> {
+  protected:
+    // The header of operation 3 of store 1 without its last field, the geometry's line count.
+    std::string headerWithoutGeometryCount() {
+        const std::string header = host().lines(1, 3).front();
+        return header.substr(0, header.rfind(' '));
+    }
+};
+
+}  // namespace
+
+TEST_P(GeometryWithoutCountersTest, WrittenObjectsAreNotReadBackAndTheNextWriteDropsThem) {
+    const Kind kind = GetParam().kind;
+    const testsupport::ErrorLogWatch errors;
+    {
+        MillDrillOperation op(kind, 1, 3);
+        op.setMode(1);
+        op.getMessageSection()->createandsetLine(0, "Label");
+        op.getParameterSection()->setDefault();
+        GeometrySection& geometry = *op.getGeometrySection();
+        geometry.addVelkObjectParameter(0, "CONTOUR1", GeometrySectionType::OutlineFigure);
+        geometry.addVelkObjectParameter(1, "X1 Y2 Z3", GeometrySectionType::OutlineFigure);
+        op.writeToVDM();
+    }
+    Texts written = host().lines(1, 3);
+    const std::string headerStart = headerWithoutGeometryCount();
+    EXPECT_EQ(written.front(), headerStart + " 2");
+    EXPECT_EQ(Texts(written.end() - 2, written.end()), (Texts{"CONTOUR1", "X1 Y2 Z3"}));
+
+    MillDrillOperation again(1, 3);
+    ASSERT_EQ(again.getOperationType(), kind);
+    again.readFromVDM();
+    Texts keys;
+    EXPECT_EQ(again.getGeometrySection()->readKeys(keys), Texts{});
+    again.writeToVDM();
+
+    // The record as written, without its geometry lines, and the header counting none.
+    const Texts rewritten = host().lines(1, 3);
+    EXPECT_EQ(rewritten.front(), headerStart + " 0");
+    EXPECT_EQ(Texts(rewritten.begin() + 1, rewritten.end()),
+              Texts(written.begin() + 1, written.end() - 2));
+    EXPECT_EQ(boxes(), Texts{});
+    EXPECT_EQ(errors.texts(), Texts{});
+}
+
+INSTANTIATE_TEST_SUITE_P(Kinds, GeometryWithoutCountersTest,
+                         ::testing::Values(GeometryCase{Kind::ENGRAVE}, GeometryCase{Kind::TOOLS},
+                                           GeometryCase{Kind::MOVING}),
+                         [](const ::testing::TestParamInfo<GeometryCase>& param) {
+                             return millDrillOperationTypeToString(param.param.kind);
+                         });
