@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "HostStub.h"
+#include "BoxRecorder.h"
 #include "host/HostExports.h"
 
 namespace {
@@ -22,18 +22,9 @@ struct MissingCall {
 };
 bool firstArgumentIsName = true;
 std::vector<MissingCall> missingCalls;
-std::vector<std::string> boxes;
+using stubhost::boxes;
 
 }  // namespace
-
-STUB_EXPORT void* VelkGetWnd(int which) {
-    return reinterpret_cast<void*>(0x100 + which);
-}
-
-STUB_EXPORT int MessageBoxA(void*, const char* text, const char* caption, unsigned) {
-    boxes.push_back(std::string(caption) + "|" + text);
-    return 1;
-}
 
 // The library calls the stand-in through the missing function's own type, with that function's
 // arguments; this one looks at the first two as the global readers pass them.

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "HostStub.h"
+#include "BoxRecorder.h"
 #include "strategy/MachiningLibrary.h"
 
 namespace {
@@ -23,7 +23,7 @@ struct MissingCall {
     std::string path;
 };
 std::vector<MissingCall> missingCalls;
-std::vector<std::string> boxes;
+using stubhost::boxes;
 // Set where the only calls are those of the settings file functions (the handle, 0, a path) and
 // of the global readers (a name first); the other library functions have no third argument.
 bool readNamesAndPaths = false;
@@ -33,15 +33,6 @@ constexpr int kStandInResult = 0x1234;
 const void* const kHandle = reinterpret_cast<const void*>(std::intptr_t{kStandInResult});
 
 }  // namespace
-
-STUB_EXPORT void* VelkGetWnd(int which) {
-    return reinterpret_cast<void*>(std::intptr_t{0x100 + which});
-}
-
-STUB_EXPORT int MessageBoxA(void*, const char* text, const char* caption, unsigned) {
-    boxes.push_back(std::string(caption) + "|" + text);
-    return 1;
-}
 
 STUB_EXPORT int VelkMissingAPI(const void* first, int second, const char* third) {
     missingCalls.push_back({first, second, "", ""});

@@ -230,6 +230,26 @@ TEST_F(ParametersMachineDefinition, ReadsTheCommonBlock) {
     EXPECT_FALSE(machine.hasBAxisInSomeChannel());
 }
 
+// The host's profile buffer holds 1023 characters and its closing zero; a longer value is cut
+// there.
+TEST_F(ParametersMachineDefinition, AValueLongerThanTheHostsBufferIsClipped) {
+    const std::string name = std::string(1020, 'M') + "ABCDEF";
+    useMachine("[COMMON]\nMACHINE_NAME=" + name + "\nNR_OF_CHANNEL=2\n");
+    const PpDefIni machine = readMachine();
+    EXPECT_EQ(machine.getMachineName(), std::string(1020, 'M') + "ABC");
+    EXPECT_EQ(machine.getChannelCount(), 2);
+    EXPECT_TRUE(boxes().empty());
+}
+
+// The file's name is clipped the same way, so a longer name is not found under its own name.
+TEST_F(ParametersMachineDefinition, AFileNameLongerThanTheHostsBufferIsClipped) {
+    const std::string named = testsupport::appDataFolder() + "/" + std::string(1100, 'n');
+    host().setEnvironment("ppdefini", named);
+    PpDefIni machine;
+    EXPECT_EQ(machine.locate(), -1);
+    EXPECT_EQ(boxes(), Texts{"File can not open for read|" + named.substr(0, 1023)});
+}
+
 TEST_F(ParametersMachineDefinition, FlagsAreSetOnlyByTheValueOne) {
     useMachine("[COMMON]\nSWISS_TYPE_LATHE=2\nTornelle=yes\nSUBSPINDLE_ON_TURRET=0\n");
     host().setEnvironment("mainSpindleMoveable", "2");

@@ -168,6 +168,21 @@ TEST_F(GeolibWrapperTest, AnInfeedOfZeroOrMoreIsANumberOfSlices) {
     EXPECT_EQ(wrapper.getNumberOfSlices4DepthStep(), 2147483647);
 }
 
+// NaN is not below zero, so it is taken as a number of slices, and a number that has none is 0.
+TEST_F(GeolibWrapperTest, AnInfeedThatIsNoNumberIsZeroSlices) {
+    const testsupport::ErrorLogWatch errors;
+    GeolibWrapper wrapper;
+    wrapper.setDepthStep(1.5);
+    wrapper.setNumberOfSlices4DepthStep(6);
+    wrapper.setInfeed(std::nan(""));
+    EXPECT_EQ(wrapper.getNumberOfSlices4DepthStep(), 0);
+    EXPECT_EQ(wrapper.getInfeed(), 0.0);
+    EXPECT_FALSE(std::signbit(wrapper.getInfeed()));
+    EXPECT_EQ(wrapper.getDepthStep(), 1.5);
+    EXPECT_TRUE(boxes().empty());
+    EXPECT_EQ(errors.texts(), std::vector<std::string>{});
+}
+
 TEST_F(GeolibWrapperTest, AFreshObjectCutsInOneSlice) {
     GeolibWrapper wrapper;
     EXPECT_EQ(wrapper.getInfeed(), 1.0);
