@@ -2,7 +2,6 @@
 
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 #include <utility>
 
 #include "FileReplacement.h"
@@ -16,21 +15,23 @@ detail::HostState& state() {
     return detail::hostState();
 }
 
+// The whole file in one read.
 std::string readFile(const std::string& path) {
     std::error_code ignored;
     std::ifstream in;
     if (!std::filesystem::is_directory(path, ignored)) {
-        in.open(path, std::ios::binary);
+        in.open(path, std::ios::binary | std::ios::ate);
     }
-    if (!in.is_open()) {
+    const std::streamoff size = in.is_open() ? static_cast<std::streamoff>(in.tellg()) : -1;
+    if (size < 0) {
         throw ProjectError(path + ": cannot be read");
     }
-    std::ostringstream text;
-    text << in.rdbuf();  // an empty file leaves `text` empty, which the parser rejects
-    if (in.bad()) {
+    std::string text(static_cast<std::size_t>(size), '\0');  // an empty file is empty JSON,
+    in.seekg(0);                                              // which the parser rejects
+    if (!in.read(text.data(), size)) {
         throw ProjectError(path + ": cannot be read");
     }
-    return text.str();
+    return text;
 }
 
 }  // namespace
@@ -41,7 +42,11 @@ OfflineHost& OfflineHost::instance() {
 }
 
 void OfflineHost::loadProject(const std::string& path) {
-    loadProjectText(readFile(path), path);
+    loadProject(path, LoadProgress());
+}
+
+void OfflineHost::loadProject(const std::string& path, const LoadProgress& progress) {
+    state().replaceProject(detail::parseProject(readFile(path), path, progress));
 }
 
 void OfflineHost::loadProjectText(const std::string& json, const std::string& sourceName) {

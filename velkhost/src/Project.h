@@ -35,7 +35,10 @@ struct Project {
 };
 
 // Throws ProjectError naming `sourceName`, the JSON path and what was expected there.
-Project parseProject(const std::string& text, const std::string& sourceName);
+// `progress`, when given, hears how many bytes of the text have been read every megabyte and at
+// the end.
+Project parseProject(const std::string& text, const std::string& sourceName,
+                     const LoadProgress& progress = LoadProgress());
 std::string projectJson(const Project& project);
 
 }  // namespace velkhost::detail
