@@ -567,13 +567,18 @@ TEST_F(ProjectFileTest, EveryByteIsSavedAsItsEscapeOrCharacter) {
 TEST_F(ProjectFileTest, ALargeProjectIsSavedAndLoadedBackUnchanged) {
     host.loadProjectText(kDemoProject, "demo.json");
     Records records;
-    for (int i = 0; i < 20000; ++i) {
+    for (int i = 0; i < 60000; ++i) {
         records.push_back({"OP " + std::to_string(i) + " \xB0", "a=" + std::to_string(i), ""});
     }
     host.setStore(1, records);
     const std::string text = host.projectText();
+    const fs::path path = pathFor("large.json");
+    host.saveProject(path.string());
+    ASSERT_GT(text.size(), std::size_t{2} << 20);  // saved in several blocks
+    EXPECT_EQ(readFile(path), text);
+
     host.reset();
-    host.loadProjectText(text, "large.json");
+    host.loadProject(path.string());
     EXPECT_EQ(host.records(1), records);
     EXPECT_EQ(host.projectText(), text);
 }

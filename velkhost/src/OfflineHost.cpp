@@ -1,7 +1,7 @@
 #include "velkhost/OfflineHost.h"
 
-#include <filesystem>
-#include <fstream>
+#include <ostream>
+#include <string_view>
 #include <utility>
 
 #include "FileReplacement.h"
@@ -13,25 +13,6 @@ namespace {
 
 detail::HostState& state() {
     return detail::hostState();
-}
-
-// The whole file in one read.
-std::string readFile(const std::string& path) {
-    std::error_code ignored;
-    std::ifstream in;
-    if (!std::filesystem::is_directory(path, ignored)) {
-        in.open(path, std::ios::binary | std::ios::ate);
-    }
-    const std::streamoff size = in.is_open() ? static_cast<std::streamoff>(in.tellg()) : -1;
-    if (size < 0) {
-        throw ProjectError(path + ": cannot be read");
-    }
-    std::string text(static_cast<std::size_t>(size), '\0');  // an empty file is empty JSON,
-    in.seekg(0);                                              // which the parser rejects
-    if (!in.read(text.data(), size)) {
-        throw ProjectError(path + ": cannot be read");
-    }
-    return text;
 }
 
 }  // namespace
@@ -46,7 +27,7 @@ void OfflineHost::loadProject(const std::string& path) {
 }
 
 void OfflineHost::loadProject(const std::string& path, const LoadProgress& progress) {
-    state().replaceProject(detail::parseProject(readFile(path), path, progress));
+    state().replaceProject(detail::readProjectFile(path, progress));
 }
 
 void OfflineHost::loadProjectText(const std::string& json, const std::string& sourceName) {
@@ -54,7 +35,11 @@ void OfflineHost::loadProjectText(const std::string& json, const std::string& so
 }
 
 void OfflineHost::saveProject(const std::string& path) const {
-    detail::replaceFileContent(path, projectText());
+    detail::replaceFileContent(path, [](std::ostream& out) {
+        detail::writeProject(state().project, [&out](std::string_view block) {
+            out.write(block.data(), static_cast<std::streamsize>(block.size()));
+        });
+    });
 }
 
 std::string OfflineHost::projectText() const {

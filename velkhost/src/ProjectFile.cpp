@@ -37,12 +37,13 @@
 #include <charconv>
 #include <cstddef>
 #include <cstdint>
+#include <filesystem>
+#include <fstream>
 #include <initializer_list>
 #include <iterator>
 #include <limits>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <utility>
 #include <variant>
 #include <vector>
@@ -56,51 +57,93 @@ namespace {
 
 using Pointer = Json::json_pointer;
 
-// A position in the text being read for the parser, which tells `progress` how far it has come
-// each time it passes a megabyte.
-class ReportingPosition {
+// A project file for the parser, read a megabyte at a time into one buffer, so that a large file
+// is never held whole. `progress` hears how many bytes have been parsed each time the next
+// megabyte is read.
+class FileChunks {
   public:
-    using iterator_category = std::forward_iterator_tag;
+    FileChunks(const std::string& path, const LoadProgress& progress)
+        : path_(path), progress_(progress), buffer_(kChunkSize) {
+        std::error_code ignored;
+        if (!std::filesystem::is_directory(path, ignored)) {
+            in_.open(path, std::ios::binary);
+        }
+        if (!in_.is_open()) {
+            throw ProjectError(path + ": cannot be read");
+        }
+        size_ = static_cast<std::size_t>(std::filesystem::file_size(path, ignored));
+        refill();
+    }
+
+    bool atEnd() const { return at_ == end_; }
+    char current() const { return *at_; }
+    void advance() {
+        if (++at_ == end_) {
+            refill();
+        }
+    }
+    void finish() const {
+        if (progress_) {
+            progress_(consumed_, std::max(size_, consumed_));
+        }
+    }
+
+  private:
+    static constexpr std::size_t kChunkSize = std::size_t{1} << 20;
+
+    void refill() {
+        in_.read(buffer_.data(), static_cast<std::streamsize>(buffer_.size()));
+        if (in_.bad()) {
+            throw ProjectError(path_ + ": cannot be read");
+        }
+        const auto count = static_cast<std::size_t>(in_.gcount());
+        if (count > 0 && consumed_ > 0 && progress_) {
+            progress_(consumed_, std::max(size_, consumed_ + count));
+        }
+        consumed_ += count;
+        at_ = buffer_.data();
+        end_ = at_ + count;
+    }
+
+    const std::string& path_;
+    const LoadProgress& progress_;
+    std::ifstream in_;
+    std::size_t size_ = 0;
+    std::size_t consumed_ = 0;  // the bytes read from the file so far
+    std::vector<char> buffer_;
+    const char* at_ = nullptr;
+    const char* end_ = nullptr;
+};
+
+// A position in a FileChunks for the parser; the default one is the end of the file.
+class ChunkPosition {
+  public:
+    using iterator_category = std::input_iterator_tag;
     using value_type = char;
     using difference_type = std::ptrdiff_t;
     using pointer = const char*;
-    using reference = const char&;
+    using reference = char;
 
-    ReportingPosition(const char* at, std::string_view text, const LoadProgress& progress)
-        : at_(at), text_(text), progress_(&progress) {
-        scheduleReport();
-    }
+    ChunkPosition() = default;
+    explicit ChunkPosition(FileChunks& chunks) : chunks_(&chunks) {}
 
-    reference operator*() const { return *at_; }
-    ReportingPosition& operator++() {
-        if (++at_ == nextReport_) {
-            (*progress_)(static_cast<std::size_t>(at_ - text_.data()), text_.size());
-            scheduleReport();
-        }
+    char operator*() const { return chunks_->current(); }
+    ChunkPosition& operator++() {
+        chunks_->advance();
         return *this;
     }
-    ReportingPosition operator++(int) {
-        ReportingPosition before = *this;
+    ChunkPosition operator++(int) {
+        ChunkPosition before = *this;
         ++*this;
         return before;
     }
-    bool operator==(const ReportingPosition& other) const { return at_ == other.at_; }
-    bool operator!=(const ReportingPosition& other) const { return at_ != other.at_; }
+    bool operator==(const ChunkPosition& other) const { return atEnd() == other.atEnd(); }
+    bool operator!=(const ChunkPosition& other) const { return !(*this == other); }
 
   private:
-    static constexpr std::size_t kBytesBetweenReports = std::size_t{1} << 20;
+    bool atEnd() const { return chunks_ == nullptr || chunks_->atEnd(); }
 
-    // The next report a megabyte on, if the text goes that far and someone listens.
-    void scheduleReport() {
-        const auto left = static_cast<std::size_t>(text_.data() + text_.size() - at_);
-        nextReport_ = *progress_ && left > kBytesBetweenReports ? at_ + kBytesBetweenReports
-                                                                : nullptr;
-    }
-
-    const char* at_;
-    std::string_view text_;
-    const LoadProgress* progress_;
-    const char* nextReport_ = nullptr;  // none when no report is due
+    FileChunks* chunks_ = nullptr;
 };
 
 // Gathers one JSON value from the parser's events the way the parser's own document does: a
@@ -627,15 +670,14 @@ class ProjectReader {
 
 }  // namespace
 
-Project parseProject(const std::string& text, const std::string& sourceName,
-                     const LoadProgress& progress) {
-    const char* const begin = text.data();
-    Project project = ProjectReader(sourceName)
-                          .read(ReportingPosition(begin, text, progress),
-                                ReportingPosition(begin + text.size(), text, progress));
-    if (progress) {
-        progress(text.size(), text.size());
-    }
+Project parseProject(const std::string& text, const std::string& sourceName) {
+    return ProjectReader(sourceName).read(text.data(), text.data() + text.size());
+}
+
+Project readProjectFile(const std::string& path, const LoadProgress& progress) {
+    FileChunks chunks(path, progress);
+    Project project = ProjectReader(path).read(ChunkPosition(chunks), ChunkPosition());
+    chunks.finish();
     return project;
 }
 

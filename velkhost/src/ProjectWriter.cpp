@@ -16,10 +16,14 @@ namespace velkhost::detail {
 
 namespace {
 
+// Without a sink the whole text collects in the writer; with one, it goes to the sink a block
+// at a time.
 class ProjectWriter {
   public:
+    explicit ProjectWriter(const TextSink* sink) : sink_(sink) {}
+
     std::string write(const Project& project) {
-        out_.reserve(expectedSize(project));
+        out_.reserve(sink_ != nullptr ? kBlockSize + kBlockSize / 4 : expectedSize(project));
         open('{');
         environment(project.environment);
         globals(project.globals);
@@ -32,10 +36,20 @@ class ProjectWriter {
         }
         close('}');
         out_ += '\n';
+        if (sink_ != nullptr) {
+            flush();
+        }
         return std::move(out_);
     }
 
   private:
+    static constexpr std::size_t kBlockSize = std::size_t{1} << 20;
+
+    void flush() {
+        (*sink_)(out_);
+        out_.clear();
+    }
+
     // Room for the stores' lines with their quotes, commas and indent, which are most of a file.
     static std::size_t expectedSize(const Project& project) {
         constexpr std::size_t kAroundALine = 12;
@@ -178,6 +192,9 @@ class ProjectWriter {
     }
 
     void item() {
+        if (sink_ != nullptr && out_.size() >= kBlockSize) {
+            flush();
+        }
         out_ += emptyContainers_.back() ? "\n" : ",\n";
         emptyContainers_.back() = false;
         out_.append(2 * emptyContainers_.size(), ' ');
@@ -201,17 +218,25 @@ class ProjectWriter {
 
     void number(double value) { out_ += Json(value).dump(); }
 
+    // Runs of plain ASCII, most of a text, go in whole; other bytes one by one.
     void text(std::string_view bytes) {
         out_ += '"';
-        for (const char byte : bytes) {
-            const auto code = static_cast<unsigned char>(byte);
+        std::size_t runStart = 0;
+        for (std::size_t at = 0; at < bytes.size(); ++at) {
+            const auto code = static_cast<unsigned char>(bytes[at]);
+            if (code >= 0x20 && code < 0x80 && code != '"' && code != '\\') {
+                continue;
+            }
+            out_.append(bytes, runStart, at - runStart);
+            runStart = at + 1;
             if (code >= 0x80) {
                 VelkApi::host::codepage::appendUtf8(VelkApi::host::codepage::characterOf(code),
                                                     out_);
             } else {
-                escaped(byte);
+                escaped(bytes[at]);
             }
         }
+        out_.append(bytes, runStart, std::string_view::npos);
         out_ += '"';
     }
 
@@ -241,16 +266,13 @@ class ProjectWriter {
             default:
                 break;
         }
-        if (static_cast<unsigned char>(character) < 0x20) {
-            static constexpr char kHexDigits[] = "0123456789abcdef";
-            out_ += "\\u00";
-            out_ += kHexDigits[character >> 4];
-            out_ += kHexDigits[character & 0xF];
-        } else {
-            out_ += character;
-        }
+        static constexpr char kHexDigits[] = "0123456789abcdef";  // the other controls
+        out_ += "\\u00";
+        out_ += kHexDigits[character >> 4];
+        out_ += kHexDigits[character & 0xF];
     }
 
+    const TextSink* sink_;
     std::string out_;
     std::vector<bool> emptyContainers_;  // one per open object or list, innermost last
 };
@@ -258,7 +280,11 @@ class ProjectWriter {
 }  // namespace
 
 std::string projectJson(const Project& project) {
-    return ProjectWriter().write(project);
+    return ProjectWriter(nullptr).write(project);
+}
+
+void writeProject(const Project& project, const TextSink& sink) {
+    ProjectWriter(&sink).write(project);
 }
 
 }  // namespace velkhost::detail
