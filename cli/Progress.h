@@ -33,6 +33,14 @@ class Progress {
         }
     }
 
+    // So many items done, for a run that counts in steps of its own (megabytes of a file).
+    void reach(std::size_t count) {
+        done = count;
+        if (terminal) {
+            look();
+        }
+    }
+
     // True when standard error is a terminal and standard output is not.
     static bool onTerminal();
 

@@ -7,16 +7,27 @@
 #include <cstdlib>
 #include <iomanip>
 #include <iostream>
+#include <optional>
 
 #include "EntryText.h"
+#include "Progress.h"
 
 namespace velk {
 
 using VelkApi::MillDrillOperationType;
 using VelkApi::SectionType;
 
+// A large project shows how many of its megabytes have been read while it loads.
 void loadProject(const std::string& path) {
-    velkhost::OfflineHost::instance().loadProject(path);
+    constexpr std::size_t kMegabyte = std::size_t{1} << 20;
+    std::optional<Progress> progress;
+    velkhost::OfflineHost::instance().loadProject(
+        path, [&progress](std::size_t read, std::size_t total) {
+            if (!progress) {
+                progress.emplace("project MB read", total / kMegabyte);
+            }
+            progress->reach(read / kMegabyte);
+        });
 }
 
 void saveProject(const std::string& path) {

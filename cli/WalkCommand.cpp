@@ -10,6 +10,7 @@
 
 #include "Commands.h"
 #include "Progress.h"
+#include "Project.h"
 
 namespace velk {
 
@@ -60,9 +61,8 @@ void addWalkCommand(CLI::App& app) {
                                         "operation, as the library reads it");
     addProjectArgument(*walk, *project);
     walk->callback([project] {
-        auto& host = velkhost::OfflineHost::instance();
-        host.loadProject(*project);
-        for (const int store : host.storeNumbers()) {
+        loadProject(*project);
+        for (const int store : velkhost::OfflineHost::instance().storeNumbers()) {
             printStore(store);
         }
     });

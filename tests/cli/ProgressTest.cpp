@@ -60,4 +60,33 @@ TEST(Progress, OnlyEveryFewHundredItemsLookAtTheClock) {
     EXPECT_EQ(out.str(), "");
 }
 
+
+TEST(Progress, ACountReachedAtOnceShowsOnATerminal) {
+    std::ostringstream out;
+    {
+        Progress progress("project MB read", 154, out, true, 0ms);
+        progress.reach(41);
+        EXPECT_EQ(out.str(), "\rvelk: project MB read 41 of 154 (26%)");
+    }
+}
+
+TEST(Progress, ACountReachedAtOnceShowsNothingWhenNotOnATerminal) {
+    std::ostringstream out;
+    {
+        Progress progress("project MB read", 154, out, false, 0ms);
+        progress.reach(41);
+        progress.reach(154);
+    }
+    EXPECT_EQ(out.str(), "");
+}
+
+TEST(Progress, ACountReachedEarlyShowsNothing) {
+    std::ostringstream out;
+    {
+        Progress progress("project MB read", 154, out, true, 1h);
+        progress.reach(153);
+    }
+    EXPECT_EQ(out.str(), "");
+}
+
 }  // namespace

@@ -1,9 +1,12 @@
 #include <filesystem>
 #include <random>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "FileContent.h"
 #include "OfflineHostTest.h"
+#include "host/WindowsCodePage.h"
 
 namespace offlinehost {
 namespace {
@@ -460,6 +463,156 @@ TEST_F(ProjectFileTest, TheExportsACaptureListsAsMissingStayMissing) {
     host.loadProjectText(R"({"stores": {"1": [["0 1 0"]]}})", "demo.json");
     EXPECT_EQ(VelkMacroVdmExists(1), 1);  // a project without the capture block has them all
     EXPECT_EQ(host.missingApiCalls(), 0);
+}
+
+
+TEST_F(ProjectFileTest, TheStoresAreCheckedAtEveryLevel) {
+    EXPECT_EQ(loadError(R"({"stores": 1})"), "demo.json: /stores: expected an object");
+    EXPECT_EQ(loadError(R"({"stores": "x"})"), "demo.json: /stores: expected an object");
+    EXPECT_EQ(loadError(R"({"stores": {"1": 2}})"),
+              "demo.json: /stores/1: expected a list of records");
+    EXPECT_EQ(loadError(R"({"stores": {"1": null}})"),
+              "demo.json: /stores/1: expected a list of records");
+    EXPECT_EQ(loadError(R"({"stores": {"1": [{}]}})"),
+              "demo.json: /stores/1/0: expected a record (a list of text lines)");
+    EXPECT_EQ(loadError(R"({"stores": {"1": [[], 5]}})"),
+              "demo.json: /stores/1/1: expected a record (a list of text lines)");
+    EXPECT_EQ(loadError(R"({"stores": {"1": [["a", ["b"]]]}})"),
+              "demo.json: /stores/1/0/1: expected a text line");
+    EXPECT_EQ(loadError(R"({"stores": {"1": [["a"], ["b", {"c": 1}]]}})"),
+              "demo.json: /stores/1/1/1: expected a text line");
+    EXPECT_EQ(loadError(R"({"stores": {"1": [[null]]}})"),
+              "demo.json: /stores/1/0/0: expected a text line");
+    EXPECT_EQ(loadError(R"({"stores": {"1": [[true]]}})"),
+              "demo.json: /stores/1/0/0: expected a text line");
+    EXPECT_EQ(loadError(R"({"stores": {"1": [], "2": [[1.5]]}})"),
+              "demo.json: /stores/2/0/0: expected a text line");
+}
+
+TEST_F(ProjectFileTest, OnlyAnObjectIsAProject) {
+    EXPECT_EQ(loadError(R"("project")"), "demo.json: expected an object");
+    EXPECT_EQ(loadError("null"), "demo.json: expected an object");
+    EXPECT_EQ(loadError("true"), "demo.json: expected an object");
+}
+
+TEST_F(ProjectFileTest, AStoreNumberIsCheckedBeforeItsRecords) {
+    EXPECT_EQ(loadError(R"({"stores": {"x": [["a", 7]]}})"),
+              "demo.json: /stores/x: expected a store number");
+}
+
+TEST_F(ProjectFileTest, BadSyntaxAfterAMismatchIsReportedAsBadSyntax) {
+    const std::string message = loadError("{\"colour\": 1,\n \"stores\": {\"1\": [[7]]}, ");
+    EXPECT_EQ(message.rfind("demo.json: not valid JSON: ", 0), 0U) << message;
+    EXPECT_NE(message.find("line 2"), std::string::npos) << message;
+}
+
+TEST_F(ProjectFileTest, ARepeatedKeyTakesItsLastValue) {
+    host.loadProjectText(R"({"stores": {"1": [["a"]], "2": [], "1": [["b"], ["c"]]},
+                            "globals": {"n_x": 1, "n_x": [2]},
+                            "environment": {"E": "1", "E": "2"}})",
+                         "demo.json");
+    EXPECT_EQ(host.records(1), (Records{{"b"}, {"c"}}));
+    EXPECT_EQ(host.global("n_x"), GlobalValue(std::vector<int>{2}));
+    EXPECT_EQ(host.environment("E"), "2");
+    host.loadProjectText(R"({"stores": {"1": []}, "stores": {"2": [[]]}})", "demo.json");
+    EXPECT_EQ(host.storeNumbers(), std::vector<int>{2});
+}
+
+TEST_F(ProjectFileTest, NumbersAreSavedInTheirShortestExactForm) {
+    host.setGlobal("w_list", std::vector<double>{1.0, 0.1, 1e-07, -0.0, 1.0 / 3, 1e16, 1e300,
+                                                 123456789012345.0, 5e-324, -2.5});
+    host.setGlobal("n_list", std::vector<int>{0, -1, 2147483647, -2147483647 - 1});
+    EXPECT_EQ(host.projectText(), R"({
+  "environment": {},
+  "globals": {
+    "n_list": [
+      0,
+      -1,
+      2147483647,
+      -2147483648
+    ],
+    "w_list": [
+      1.0,
+      0.1,
+      1e-07,
+      -0.0,
+      0.3333333333333333,
+      1e+16,
+      1e+300,
+      123456789012345.0,
+      5e-324,
+      -2.5
+    ]
+  },
+  "stores": {}
+}
+)");
+}
+
+TEST_F(ProjectFileTest, EveryByteIsSavedAsItsEscapeOrCharacter) {
+    std::string expected = "\\u0001\\u0002\\u0003\\u0004\\u0005\\u0006\\u0007\\b\\t\\n\\u000b\\f\\r"
+                           "\\u000e\\u000f\\u0010\\u0011\\u0012\\u0013\\u0014\\u0015\\u0016\\u0017"
+                           "\\u0018\\u0019\\u001a\\u001b\\u001c\\u001d\\u001e\\u001f !\\\"#$%&'()*+,-./"
+                           "0123456789:;<=>?@ABCDEFGHIJKLMNOPQRSTUVWXYZ[\\\\]^_`"
+                           "abcdefghijklmnopqrstuvwxyz{|}~\x7F";
+    for (int byte = 0x80; byte <= 0xFF; ++byte) {
+        expected += VelkApi::host::codepage::toUtf8(std::string(1, static_cast<char>(byte)));
+    }
+    host.setStore(1, {{everyByte()}});
+    EXPECT_EQ(host.projectText(), "{\n  \"environment\": {},\n  \"globals\": {},\n  \"stores\": {\n"
+                                  "    \"1\": [\n      [\n        \"" +
+                                      expected + "\"\n      ]\n    ]\n  }\n}\n");
+}
+
+TEST_F(ProjectFileTest, ALargeProjectIsSavedAndLoadedBackUnchanged) {
+    host.loadProjectText(kDemoProject, "demo.json");
+    Records records;
+    for (int i = 0; i < 60000; ++i) {
+        records.push_back({"OP " + std::to_string(i) + " \xB0", "a=" + std::to_string(i), ""});
+    }
+    host.setStore(1, records);
+    const std::string text = host.projectText();
+    const fs::path path = pathFor("large.json");
+    host.saveProject(path.string());
+    ASSERT_GT(text.size(), std::size_t{2} << 20);  // saved in several blocks
+    EXPECT_EQ(readFile(path), text);
+
+    host.reset();
+    host.loadProject(path.string());
+    EXPECT_EQ(host.records(1), records);
+    EXPECT_EQ(host.projectText(), text);
+}
+
+TEST_F(ProjectFileTest, LoadingTellsHowFarItHasComeEveryMegabyteAndAtTheEnd) {
+    Records records(40000, velkhost::Record{"OP 1 DRILL", "a=1"});
+    host.setStore(1, records);
+    const fs::path path = pathFor("large.json");
+    host.saveProject(path.string());
+    const std::size_t size = fs::file_size(path);
+    ASSERT_GT(size, std::size_t{2} << 20);
+
+    std::vector<std::pair<std::size_t, std::size_t>> reports;
+    host.reset();
+    host.loadProject(path.string(), [&](std::size_t read, std::size_t total) {
+        reports.emplace_back(read, total);
+    });
+    std::vector<std::pair<std::size_t, std::size_t>> expected;
+    for (std::size_t read = 1 << 20; read < size; read += 1 << 20) {
+        expected.emplace_back(read, size);
+    }
+    expected.emplace_back(size, size);
+    EXPECT_EQ(reports, expected);
+    EXPECT_EQ(host.records(1), records);
+}
+
+TEST_F(ProjectFileTest, AFailedLoadStopsItsProgress) {
+    std::vector<std::size_t> reports;
+    const std::string path = writeFile("bad.json", R"({"stores": {"1": [[7]]}})").string();
+    EXPECT_THROW(host.loadProject(path, [&](std::size_t read, std::size_t) {
+        reports.push_back(read);
+    }),
+                 ProjectError);
+    EXPECT_TRUE(reports.empty());
 }
 
 }  // namespace

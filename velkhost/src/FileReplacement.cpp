@@ -75,7 +75,8 @@ class NewFile {
 
 }  // namespace
 
-void replaceFileContent(const std::string& path, const std::string& text) {
+void replaceFileContent(const std::string& path,
+                        const std::function<void(std::ostream&)>& writeContent) {
     const fs::path target = fileBehind(path);
     std::error_code error;
     const fs::file_status old = fs::status(target, error);
@@ -88,7 +89,7 @@ void replaceFileContent(const std::string& path, const std::string& text) {
     if (!out.is_open()) {
         fail(path, "no new file can be made in its folder");
     }
-    out.write(text.data(), static_cast<std::streamsize>(text.size()));
+    writeContent(out);
     out.close();
     if (!out) {
         fail(path, "writing the new file beside it failed");

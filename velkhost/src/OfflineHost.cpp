@@ -1,8 +1,7 @@
 #include "velkhost/OfflineHost.h"
 
-#include <filesystem>
-#include <fstream>
-#include <sstream>
+#include <ostream>
+#include <string_view>
 #include <utility>
 
 #include "FileReplacement.h"
@@ -16,23 +15,6 @@ detail::HostState& state() {
     return detail::hostState();
 }
 
-std::string readFile(const std::string& path) {
-    std::error_code ignored;
-    std::ifstream in;
-    if (!std::filesystem::is_directory(path, ignored)) {
-        in.open(path, std::ios::binary);
-    }
-    if (!in.is_open()) {
-        throw ProjectError(path + ": cannot be read");
-    }
-    std::ostringstream text;
-    text << in.rdbuf();  // an empty file leaves `text` empty, which the parser rejects
-    if (in.bad()) {
-        throw ProjectError(path + ": cannot be read");
-    }
-    return text.str();
-}
-
 }  // namespace
 
 OfflineHost& OfflineHost::instance() {
@@ -41,7 +23,11 @@ OfflineHost& OfflineHost::instance() {
 }
 
 void OfflineHost::loadProject(const std::string& path) {
-    loadProjectText(readFile(path), path);
+    loadProject(path, LoadProgress());
+}
+
+void OfflineHost::loadProject(const std::string& path, const LoadProgress& progress) {
+    state().replaceProject(detail::readProjectFile(path, progress));
 }
 
 void OfflineHost::loadProjectText(const std::string& json, const std::string& sourceName) {
@@ -49,7 +35,11 @@ void OfflineHost::loadProjectText(const std::string& json, const std::string& so
 }
 
 void OfflineHost::saveProject(const std::string& path) const {
-    detail::replaceFileContent(path, projectText());
+    detail::replaceFileContent(path, [](std::ostream& out) {
+        detail::writeProject(state().project, [&out](std::string_view block) {
+            out.write(block.data(), static_cast<std::streamsize>(block.size()));
+        });
+    });
 }
 
 std::string OfflineHost::projectText() const {

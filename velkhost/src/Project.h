@@ -5,6 +5,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <nlohmann/json.hpp>
@@ -36,6 +37,13 @@ struct Project {
 
 // Throws ProjectError naming `sourceName`, the JSON path and what was expected there.
 Project parseProject(const std::string& text, const std::string& sourceName);
+// The same from the file at `path`; `progress`, when given, hears how many of its bytes have
+// been read every megabyte and at the end.
+Project readProjectFile(const std::string& path, const LoadProgress& progress);
 std::string projectJson(const Project& project);
+// The same text handed to `sink` in blocks of about a megabyte, so that a large project is never
+// held whole.
+using TextSink = std::function<void(std::string_view)>;
+void writeProject(const Project& project, const TextSink& sink);
 
 }  // namespace velkhost::detail

@@ -32,10 +32,15 @@
 //               "missingExports": ["VelkGetNonCadObject"]}
 // "missingExports" lists the host exports the library did not find in that session; the offline
 // host leaves them missing: a call to one goes to "VelkMissingAPI" in its place.
+#include <algorithm>
 #include <array>
 #include <charconv>
+#include <cstddef>
 #include <cstdint>
+#include <filesystem>
+#include <fstream>
 #include <initializer_list>
+#include <iterator>
 #include <limits>
 #include <optional>
 #include <string>
@@ -52,29 +57,315 @@ namespace {
 
 using Pointer = Json::json_pointer;
 
+// A project file for the parser, read a megabyte at a time into one buffer, so that a large file
+// is never held whole. `progress` hears how many bytes have been parsed each time the next
+// megabyte is read.
+class FileChunks {
+  public:
+    FileChunks(const std::string& path, const LoadProgress& progress)
+        : path_(path), progress_(progress), buffer_(kChunkSize) {
+        std::error_code ignored;
+        if (!std::filesystem::is_directory(path, ignored)) {
+            in_.open(path, std::ios::binary);
+        }
+        if (!in_.is_open()) {
+            throw ProjectError(path + ": cannot be read");
+        }
+        size_ = static_cast<std::size_t>(std::filesystem::file_size(path, ignored));
+        refill();
+    }
+
+    bool atEnd() const { return at_ == end_; }
+    char current() const { return *at_; }
+    void advance() {
+        if (++at_ == end_) {
+            refill();
+        }
+    }
+    void finish() const {
+        if (progress_) {
+            progress_(consumed_, std::max(size_, consumed_));
+        }
+    }
+
+  private:
+    static constexpr std::size_t kChunkSize = std::size_t{1} << 20;
+
+    void refill() {
+        in_.read(buffer_.data(), static_cast<std::streamsize>(buffer_.size()));
+        if (in_.bad()) {
+            throw ProjectError(path_ + ": cannot be read");
+        }
+        const auto count = static_cast<std::size_t>(in_.gcount());
+        if (count > 0 && consumed_ > 0 && progress_) {
+            progress_(consumed_, std::max(size_, consumed_ + count));
+        }
+        consumed_ += count;
+        at_ = buffer_.data();
+        end_ = at_ + count;
+    }
+
+    const std::string& path_;
+    const LoadProgress& progress_;
+    std::ifstream in_;
+    std::size_t size_ = 0;
+    std::size_t consumed_ = 0;  // the bytes read from the file so far
+    std::vector<char> buffer_;
+    const char* at_ = nullptr;
+    const char* end_ = nullptr;
+};
+
+// A position in a FileChunks for the parser; the default one is the end of the file.
+class ChunkPosition {
+  public:
+    using iterator_category = std::input_iterator_tag;
+    using value_type = char;
+    using difference_type = std::ptrdiff_t;
+    using pointer = const char*;
+    using reference = char;
+
+    ChunkPosition() = default;
+    explicit ChunkPosition(FileChunks& chunks) : chunks_(&chunks) {}
+
+    char operator*() const { return chunks_->current(); }
+    ChunkPosition& operator++() {
+        chunks_->advance();
+        return *this;
+    }
+    ChunkPosition operator++(int) {
+        ChunkPosition before = *this;
+        ++*this;
+        return before;
+    }
+    bool operator==(const ChunkPosition& other) const { return atEnd() == other.atEnd(); }
+    bool operator!=(const ChunkPosition& other) const { return !(*this == other); }
+
+  private:
+    bool atEnd() const { return chunks_ == nullptr || chunks_->atEnd(); }
+
+    FileChunks* chunks_ = nullptr;
+};
+
+// Gathers one JSON value from the parser's events the way the parser's own document does: a
+// repeated key keeps its first place and takes the last value.
+class ValueBuilder {
+  public:
+    bool empty() const { return open_.empty(); }
+    void key(const std::string& name) { key_ = name; }
+    void add(Json value) { place(std::move(value)); }
+    void open(Json container) { open_.push_back(&place(std::move(container))); }
+    void close() { open_.pop_back(); }
+    Json take() { return std::move(value_); }
+
+  private:
+    Json& place(Json value) {
+        if (open_.empty()) {
+            return value_ = std::move(value);
+        }
+        Json& parent = *open_.back();
+        if (parent.is_array()) {
+            parent.push_back(std::move(value));
+            return parent.back();
+        }
+        return parent[key_] = std::move(value);
+    }
+
+    Json value_;
+    std::vector<Json*> open_;  // the containers still being filled, innermost last
+    std::string key_;
+};
+
+// Reads a project file from the parser's events. The stores, nearly all of a large file, go
+// straight into records line by line; the other sections are small and are gathered as JSON
+// values and checked whole when each ends. The first mismatch is kept and reported once the
+// parser has seen the whole text, so that bad syntax anywhere is reported before it.
 class ProjectReader {
   public:
     explicit ProjectReader(std::string sourceName) : source_(std::move(sourceName)) {}
 
-    Project read(const std::string& text) const {
-        const Json root = parse(text);
-        if (!root.is_object()) {
-            fail(Pointer(), "an object");
+    template <typename Position>
+    Project read(Position begin, Position end) {
+        Json::sax_parse(begin, end, this);
+        if (mismatch_) {
+            throw *mismatch_;
         }
-        Project project;
-        for (const auto& [key, value] : root.items()) {
-            readSection(key, value, project);
-        }
-        return project;
+        return std::move(project_);
+    }
+
+    // The parser's events.
+    bool null() { return scalar(Json(nullptr)); }
+    bool boolean(bool value) { return scalar(Json(value)); }
+    bool number_integer(Json::number_integer_t value) { return scalar(Json(value)); }
+    bool number_unsigned(Json::number_unsigned_t value) { return scalar(Json(value)); }
+    bool number_float(Json::number_float_t value, const std::string&) {
+        return scalar(Json(value));
+    }
+    bool binary(Json::binary_t& value) { return scalar(Json(value)); }
+    bool string(std::string& text) {
+        return checked([&] {
+            if (level_ == Level::Lines && section_.empty()) {
+                addLine(text);
+            } else {
+                addValue(Json(text));
+            }
+        });
+    }
+    bool start_object(std::size_t) {
+        return checked([&] {
+            if (level_ == Level::Root && section_.empty()) {
+                level_ = Level::Sections;
+            } else if (level_ == Level::Sections && section_ == "stores") {
+                section_.clear();
+                level_ = Level::Stores;
+            } else {
+                openContainer(Json::object());
+            }
+        });
+    }
+    bool start_array(std::size_t) {
+        return checked([&] {
+            if (level_ == Level::Stores && section_.empty()) {
+                level_ = Level::Records;
+            } else if (level_ == Level::Records && section_.empty()) {
+                records_->emplace_back();
+                level_ = Level::Lines;
+            } else {
+                openContainer(Json::array());
+            }
+        });
+    }
+    bool key(std::string& name) {
+        return checked([&] {
+            if (!section_.empty()) {
+                builder_.key(name);
+            } else if (level_ == Level::Stores) {
+                storeKey_ = name;
+                records_ = &project_.stores[readStoreNumber(name, Pointer() / "stores" / name)];
+                records_->clear();
+            } else {
+                beginSection(name);
+            }
+        });
+    }
+    bool end_object() {
+        return checked([&] {
+            if (!section_.empty()) {
+                closeContainer();
+            } else if (level_ == Level::Stores) {
+                level_ = Level::Sections;
+            }
+        });
+    }
+    bool end_array() {
+        return checked([&] {
+            if (!section_.empty()) {
+                closeContainer();
+            } else {
+                level_ = level_ == Level::Lines ? Level::Records : Level::Stores;
+            }
+        });
+    }
+    bool parse_error(std::size_t, const std::string&, const nlohmann::detail::exception& error) {
+        // bad syntax, or a number beyond a double
+        throw ProjectError(source_ + ": not valid JSON: " + withoutExceptionTag(error.what()));
     }
 
   private:
-    Json parse(const std::string& text) const {
-        try {
-            return Json::parse(text);
-        } catch (const Json::exception& error) {  // bad syntax, or a number beyond a double
-            throw ProjectError(source_ + ": not valid JSON: " + withoutExceptionTag(error.what()));
+    // Where the events are: outside the project's object, among its sections, in the stores,
+    // in a store's list of records, or in a record's lines. While a section other than the
+    // stores is being gathered, `section_` names it and the builder takes the events.
+    enum class Level { Root, Sections, Stores, Records, Lines };
+
+    // After the first mismatch only the syntax is still checked.
+    template <typename Event>
+    bool checked(Event event) {
+        if (!mismatch_) {
+            try {
+                event();
+            } catch (const ProjectError& error) {
+                mismatch_ = error;
+            }
         }
+        return true;
+    }
+
+    void beginSection(const std::string& name) {
+        static const std::array<const char*, 5> kSections = {"environment", "globals", "stores",
+                                                             "cad", "capture"};
+        if (std::find(kSections.begin(), kSections.end(), name) == kSections.end()) {
+            fail(Pointer() / name, "one of environment, globals, stores, cad, capture");
+        }
+        if (name == "stores") {
+            project_.stores.clear();  // a repeated key takes the last value
+        }
+        section_ = name;
+    }
+
+    bool scalar(Json value) {
+        return checked([&] { addValue(std::move(value)); });
+    }
+
+    void addValue(Json value) {
+        requireGathering();
+        builder_.add(std::move(value));
+        endValue();
+    }
+
+    void openContainer(Json container) {
+        requireGathering();
+        builder_.open(std::move(container));
+    }
+
+    void requireGathering() const {
+        if (section_.empty() || section_ == "stores") {
+            failAtLevel();
+        }
+    }
+
+    void addLine(const std::string& text) {
+        Record& record = records_->back();
+        std::optional<std::string> bytes = hostBytes(text);
+        if (!bytes) {
+            fail(linePath(), "a text line of Windows-1252 characters");
+        }
+        record.push_back(*std::move(bytes));
+    }
+
+    void closeContainer() {
+        builder_.close();
+        endValue();
+    }
+
+    // A section's value is whole once no container of it is still open.
+    void endValue() {
+        if (builder_.empty()) {
+            const std::string name = std::move(section_);
+            section_.clear();
+            readSection(name, builder_.take(), project_);
+        }
+    }
+
+    // What was expected where a value of the wrong kind came.
+    [[noreturn]] void failAtLevel() const {
+        switch (level_) {
+            case Level::Root:
+                fail(Pointer(), "an object");
+            case Level::Sections:
+                fail(Pointer() / "stores", "an object");
+            case Level::Stores:
+                fail(Pointer() / "stores" / storeKey_, "a list of records");
+            case Level::Records:
+                fail(Pointer() / "stores" / storeKey_ / records_->size(),
+                     "a record (a list of text lines)");
+            case Level::Lines:
+                break;
+        }
+        fail(linePath(), "a text line");
+    }
+
+    Pointer linePath() const {
+        return Pointer() / "stores" / storeKey_ / (records_->size() - 1) /
+               records_->back().size();
     }
 
     // The parser's messages start with a tag such as "[json.exception.parse_error.101] ".
@@ -91,14 +382,10 @@ class ProjectReader {
             project.environment = readEnvironment(value, at);
         } else if (key == "globals") {
             project.globals = readGlobals(value, at);
-        } else if (key == "stores") {
-            project.stores = readStores(value, at);
         } else if (key == "cad") {
             project.cad = readDrawing(value, at);
         } else if (key == "capture") {
             project.capture = readCapture(value, at);
-        } else {
-            fail(at, "one of environment, globals, stores, cad, capture");
         }
     }
 
@@ -168,15 +455,6 @@ class ProjectReader {
         return value.get<int>();
     }
 
-    Stores readStores(const Json& section, const Pointer& at) const {
-        requireObject(section, at);
-        Stores stores;
-        for (const auto& [key, records] : section.items()) {
-            stores.emplace(readStoreNumber(key, at / key), readRecords(records, at / key));
-        }
-        return stores;
-    }
-
     // Only the plain decimal form, so that no two keys name the same store.
     int readStoreNumber(const std::string& key, const Pointer& at) const {
         int number = 0;
@@ -186,28 +464,6 @@ class ProjectReader {
             fail(at, "a store number");
         }
         return number;
-    }
-
-    Records readRecords(const Json& list, const Pointer& at) const {
-        if (!list.is_array()) {
-            fail(at, "a list of records");
-        }
-        Records records;
-        for (std::size_t i = 0; i < list.size(); ++i) {
-            records.push_back(readRecord(list[i], at / i));
-        }
-        return records;
-    }
-
-    Record readRecord(const Json& list, const Pointer& at) const {
-        if (!list.is_array()) {
-            fail(at, "a record (a list of text lines)");
-        }
-        Record record;
-        for (std::size_t i = 0; i < list.size(); ++i) {
-            record.push_back(readText(list[i], at / i, "a text line"));
-        }
-        return record;
     }
 
     // "figures" are read before "objects", which refer to them.
@@ -356,11 +612,18 @@ class ProjectReader {
 
     // The host's bytes of a text of the file.
     std::string hostText(const std::string& text, const Pointer& at, const char* what) const {
-        std::optional<std::string> bytes = VelkApi::host::codepage::fromUtf8(text);
+        std::optional<std::string> bytes = hostBytes(text);
         if (!bytes) {
             fail(at, std::string(what) + " of Windows-1252 characters");
         }
         return *std::move(bytes);
+    }
+
+    // Plain ASCII, most of a file, is the same in both.
+    static std::optional<std::string> hostBytes(const std::string& text) {
+        const bool ascii = std::all_of(text.begin(), text.end(),
+                                       [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+        return ascii ? std::optional<std::string>(text) : VelkApi::host::codepage::fromUtf8(text);
     }
 
     CaptureInfo readCapture(const Json& section, const Pointer& at) const {
@@ -396,92 +659,26 @@ class ProjectReader {
     }
 
     std::string source_;
+    Project project_;
+    Level level_ = Level::Root;
+    std::string section_;
+    ValueBuilder builder_;
+    std::string storeKey_;
+    Records* records_ = nullptr;  // the records of the store being read
+    std::optional<ProjectError> mismatch_;
 };
-
-using VelkApi::host::codepage::toUtf8;
-
-Json globalJson(const GlobalValue& value) {
-    if (const auto* text = std::get_if<std::string>(&value)) {
-        return toUtf8(*text);
-    }
-    return std::visit([](const auto& held) { return Json(held); }, value);
-}
-
-Json storesJson(const Stores& stores) {
-    Json json = Json::object();
-    for (const auto& [number, records] : stores) {
-        Json& list = json[std::to_string(number)] = Json::array();
-        for (const Record& record : records) {
-            Json& lines = list.emplace_back(Json::array());
-            for (const std::string& line : record) {
-                lines.push_back(toUtf8(line));
-            }
-        }
-    }
-    return json;
-}
-
-Json captureJson(const CaptureInfo& capture) {
-    Json json = Json::object();
-    json["taken"] = toUtf8(capture.taken);
-    json["library"] = toUtf8(capture.library);
-    Json& missing = json["missingExports"] = Json::array();
-    for (const std::string& name : capture.missingExports) {
-        missing.push_back(toUtf8(name));
-    }
-    return json;
-}
-
-Json drawingJson(const Drawing& drawing) {
-    Json figures = Json::array();
-    for (const auto& [number, figure] : drawing.figures) {
-        Json item = Json::object();
-        item["number"] = number;
-        item["name"] = toUtf8(figure.name);
-        figures.push_back(item);
-    }
-    Json objects = Json::array();
-    for (const auto& [number, object] : drawing.objects) {
-        Json item = Json::object();
-        item["number"] = number;
-        item["type"] = object.type;
-        item["name"] = object.name;
-        item["attribute"] = object.attribute;
-        item["start"] = object.start;
-        item["flags"] = object.flags;
-        item["deleted"] = object.deleted;
-        objects.push_back(item);
-    }
-    Json json = Json::object();
-    json["figures"] = figures;
-    json["objects"] = objects;
-    return json;
-}
 
 }  // namespace
 
 Project parseProject(const std::string& text, const std::string& sourceName) {
-    return ProjectReader(sourceName).read(text);
+    return ProjectReader(sourceName).read(text.data(), text.data() + text.size());
 }
 
-std::string projectJson(const Project& project) {
-    Json root = Json::object();
-    root["environment"] = Json::object();
-    for (const auto& [name, text] : project.environment) {
-        root["environment"][toUtf8(name)] = toUtf8(text);
-    }
-    root["globals"] = Json::object();
-    for (const auto& [name, value] : project.globals) {
-        root["globals"][toUtf8(name)] = globalJson(value);
-    }
-    root["stores"] = storesJson(project.stores);
-    if (!project.cad.empty()) {
-        root["cad"] = drawingJson(project.cad);
-    }
-    if (project.capture) {
-        root["capture"] = captureJson(*project.capture);
-    }
-    return root.dump(2) + "\n";
+Project readProjectFile(const std::string& path, const LoadProgress& progress) {
+    FileChunks chunks(path, progress);
+    Project project = ProjectReader(path).read(ChunkPosition(chunks), ChunkPosition());
+    chunks.finish();
+    return project;
 }
 
 }  // namespace velkhost::detail

@@ -8,6 +8,8 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
+#include <functional>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -22,6 +24,9 @@ class ProjectError : public std::runtime_error {
   public:
     using std::runtime_error::runtime_error;
 };
+
+// How far loading a project file has come: the bytes of the file read so far, of all of them.
+using LoadProgress = std::function<void(std::size_t bytesRead, std::size_t bytesTotal)>;
 
 // One record of a store (an operation): its header line first, then its other lines.
 using Record = std::vector<std::string>;
@@ -86,6 +91,8 @@ class OfflineHost {
     // Loading is all-or-nothing: after a ProjectError the previous project is still there. A
     // successful load closes every handle and clears the logs, the call counts and the faults.
     void loadProject(const std::string& path);
+    // The same, telling `progress` every megabyte and at the end how far reading has come.
+    void loadProject(const std::string& path, const LoadProgress& progress);
     void loadProjectText(const std::string& json, const std::string& sourceName);
 
     // The project as JSON in a stable order (environment and globals by name, stores by number),
