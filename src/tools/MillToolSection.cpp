@@ -101,21 +101,19 @@ void appendField(std::string& line, const SectionValue& entry, bool last) {
 
 MillToolSection::MillToolSection(int sectionnr) : ToolSection(sectionnr) {
     guarded("Error in ToolSection::ToolSection(int sectionnr)", [&] {
-        int number = 0;
-        tools::forEachName([&](int, int, const std::string& name) {
-            switch (tools::kindOf(name)) {
+        for (const auto& [name, number] : tools::declarationsByName()) {
+            switch (tools::kindOf(*name)) {
                 case '$':
-                    addStringParameter(number, name, "", "");
+                    addStringParameter(number, *name, "", "");
                     break;
                 case 'i':
-                    addIntParameter(number, name, kUnsetInt);
+                    addIntParameter(number, *name, kUnsetInt);
                     break;
                 default:
-                    addDoubleParameter(number, name, kUnsetDouble);
+                    addDoubleParameter(number, *name, kUnsetDouble);
                     break;
             }
-            ++number;
-        });
+        }
     });
 }
 

@@ -1,8 +1,10 @@
 // Walking the tool line table: by line, by slot, and by the host variables its names stand for.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <string>
+#include <vector>
 
 #include <velkapi/ToolSection.h>
 
@@ -27,6 +29,30 @@ void forEachName(Visit&& visit) {
             }
         }
     }
+}
+
+// One entry a tool section declares: a table name of a known kind and its entry number, the
+// count of such names before its first place in the table.
+struct Declaration {
+    const std::string* name;
+    int number;
+};
+
+// The tool section's declarations, built once, ordered by name (the names are lower case, so
+// this is the entry map's own order) and, for a name the table holds twice, by number: declared
+// in this order, each entry goes to the end of the map, and a name's first place keeps it.
+inline const std::vector<Declaration>& declarationsByName() {
+    static const std::vector<Declaration> declarations = [] {
+        std::vector<Declaration> list;
+        forEachName([&](int, int, const std::string& name) {
+            list.push_back({&name, static_cast<int>(list.size())});
+        });
+        std::stable_sort(list.begin(), list.end(), [](const Declaration& a, const Declaration& b) {
+            return *a.name < *b.name;
+        });
+        return list;
+    }();
+    return declarations;
 }
 
 // The key of element `index` (from 1) of a host array: "w_t_val(3)".
