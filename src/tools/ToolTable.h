@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <memory>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -53,6 +55,28 @@ inline const std::vector<Declaration>& declarationsByName() {
         return list;
     }();
     return declarations;
+}
+
+// The entry of each table place (by declaration number), null where the section has none of
+// that name: one walk of the entry map beside the declarations, both in key order, instead of a
+// lookup per place. A section without its entry map fails as a lookup in it does.
+template <typename Entries>
+std::vector<SectionValue*> entriesByPlace(const std::shared_ptr<Entries>& map) {
+    if (!map) {
+        throw std::logic_error("section has no entry map");
+    }
+    const Entries& entries = *map;
+    std::vector<SectionValue*> byPlace(declarationsByName().size(), nullptr);
+    auto entry = entries.begin();
+    for (const auto& [name, number] : declarationsByName()) {
+        while (entry != entries.end() && entry->first < *name) {
+            ++entry;
+        }
+        if (entry != entries.end() && entry->first == *name) {
+            byPlace[static_cast<std::size_t>(number)] = entry->second.get();
+        }
+    }
+    return byPlace;
 }
 
 // The key of element `index` (from 1) of a host array: "w_t_val(3)".
