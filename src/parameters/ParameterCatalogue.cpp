@@ -692,11 +692,11 @@ struct AwareBit {
 };
 
 constexpr AwareBit kAwareBits[] = {
-    {14, "o_yax_drilling", Condition::YAxis},  {21, "o_cax_index", Condition::YAxis},
-    {22, "o_cax_break", Condition::YAxis},     {25, "o_subspindle", Condition::Subspindle},
-    {15, "GOH_0", Condition::MachineAware},    {16, "GOH_1", Condition::MachineAware},
-    {17, "GOH_2", Condition::MachineAware},    {18, "GOH_3", Condition::MachineAware},
-    {19, "GOH_4", Condition::MachineAware},    {20, "GOH_5", Condition::MachineAware},
+    {14, "o_yax_drilling", Condition::YAxis}, {21, "o_cax_index", Condition::YAxis},
+    {22, "o_cax_break", Condition::YAxis},    {25, "o_subspindle", Condition::Subspindle},
+    {15, "GOH_0", Condition::MachineAware},   {16, "GOH_1", Condition::MachineAware},
+    {17, "GOH_2", Condition::MachineAware},   {18, "GOH_3", Condition::MachineAware},
+    {19, "GOH_4", Condition::MachineAware},   {20, "GOH_5", Condition::MachineAware},
 };
 
 // Bit `bit` of the block's option word, declared under the block's own `when` and kind.
@@ -728,9 +728,8 @@ std::vector<Declaration> declarationsInKeyOrder(const Catalogue& catalogue) {
             list.push_back({text::lowerCased(row.name), row, Condition::Always});
         }
     }
-    std::stable_sort(list.begin(), list.end(), [](const Declaration& a, const Declaration& b) {
-        return a.key < b.key;
-    });
+    std::stable_sort(list.begin(), list.end(),
+                     [](const Declaration& a, const Declaration& b) { return a.key < b.key; });
     return list;
 }
 
@@ -738,11 +737,21 @@ std::vector<Declaration> declarationsInKeyOrder(const Catalogue& catalogue) {
 
 const std::vector<Declaration>& declarationsOf(MillDrillOperationType type) {
     static const Catalogue* const kCatalogues[] = {
-        &kProfileCatalogue,  &kSlotCatalogue,     &kCornerCatalogue,
-        &kChamferCatalogue,  &kPocketCatalogue,   &kFacemillCatalogue,
-        &kRestmatlCatalogue, &kRsurfingCatalogue, &kStd3dgeoCatalogue,
-        &kDrillingCatalogue, &kPoccycleThreadingCatalogue, &kEditorCatalogue,
-        &kMovingCatalogue,   &kKind15Catalogue,   &kMill5axCatalogue,
+        &kProfileCatalogue,
+        &kSlotCatalogue,
+        &kCornerCatalogue,
+        &kChamferCatalogue,
+        &kPocketCatalogue,
+        &kFacemillCatalogue,
+        &kRestmatlCatalogue,
+        &kRsurfingCatalogue,
+        &kStd3dgeoCatalogue,
+        &kDrillingCatalogue,
+        &kPoccycleThreadingCatalogue,
+        &kEditorCatalogue,
+        &kMovingCatalogue,
+        &kKind15Catalogue,
+        &kMill5axCatalogue,
         &kDummyCatalogue,
     };
     static const auto declarations = [] {

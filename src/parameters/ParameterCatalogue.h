@@ -1,6 +1,7 @@
 // The parameter catalogue: for each kind of operation, the parameters its "Parameter" section
 // holds, as a table of rows (number, bit, name, kind, default) in the order they are declared.
-// ParameterSection::Init walks the table of its kind.
+// ParameterSection::Init declares them from `declarationsOf`: the same rows, in the entry map's
+// key order.
 //
 // Besides plain entries a table has
 //  - rows that exist only for machine-aware operations (operations inside a running host with

@@ -81,8 +81,7 @@ void ParameterSection::Init(bool machineAware) {
                     return value.number;
             }
         };
-        for (const catalogue::Declaration& declaration :
-             catalogue::declarationsOf(operationType)) {
+        for (const catalogue::Declaration& declaration : catalogue::declarationsOf(operationType)) {
             if (!catalogue::isDeclared(declaration, operationType, machine)) {
                 continue;
             }

@@ -427,9 +427,9 @@ TEST_F(ParametersCatalogue, AMachineBlockDeclaresEachOfItsBitsUnderItsCondition)
 
 TEST_F(ParametersCatalogue, WhatDecidesADeclaration) {
     using catalogue::Condition;
-    catalogue::Declaration declaration{"o_bit", catalogue::catalogueOf(
-                                                    MillDrillOperationType::PROFILE).rows[0],
-                                       Condition::Always};
+    catalogue::Declaration declaration{
+        "o_bit", catalogue::catalogueOf(MillDrillOperationType::PROFILE).rows[0],
+        Condition::Always};
     const auto declaredFor = [&](Condition condition, catalogue::Machine machine) {
         declaration.condition = condition;
         return catalogue::isDeclared(declaration, MillDrillOperationType::PROFILE, machine);
