@@ -33,8 +33,8 @@ void forEachName(Visit&& visit) {
     }
 }
 
-// One entry a tool section declares: a table name of a known kind and its entry number, the
-// count of such names before its first place in the table.
+// One place of the tool table as a tool section declares it: its name (of a known kind) and
+// its entry number, the count of such names before that place.
 struct Declaration {
     const std::string* name;
     int number;
