@@ -13,20 +13,7 @@ namespace VelkApi {
 
 using detail::guarded;
 
-namespace {
-
-// Keys are matched without regard to case: A to Z read as a to z (as tolower does in the "C"
-// locale), whatever locale the host process has set.
-std::string lowerCased(std::string text) {
-    for (char& c : text) {
-        if (c >= 'A' && c <= 'Z') {
-            c = static_cast<char>(c - 'A' + 'a');
-        }
-    }
-    return text;
-}
-
-}  // namespace
+using text::lowerCased;
 
 SectionDictionary::SectionDictionary(int sectionnr) : sectionNr(sectionnr) {
     guarded("Error in SectionDictionary(int sectionnr)",
@@ -200,9 +187,17 @@ void SectionDictionary::clear() {
 
 // ---- declaring entries
 
+// Sections declare most of their entries from tables kept in key order, so a key past the last
+// one goes straight to the end: one comparison instead of a walk down the tree. Any other key
+// is looked up first, and one already there keeps its entry (no node is made for it).
 void SectionDictionary::insertEntry(std::unique_ptr<SectionValue> entry) {
+    Entries& map = entryMap();
     std::string key = entry->getName();
-    entryMap().emplace(std::move(key), std::move(entry));
+    if (map.empty() || map.rbegin()->first < key) {
+        map.emplace_hint(map.end(), std::move(key), std::move(entry));
+    } else {
+        map.emplace(std::move(key), std::move(entry));
+    }
 }
 
 namespace {

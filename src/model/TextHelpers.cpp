@@ -220,6 +220,15 @@ bool readAxisValues(const std::string& line, std::size_t& pos, double& x, double
     return anyRead;
 }
 
+std::string lowerCased(std::string text) {
+    for (char& c : text) {
+        if (c >= 'A' && c <= 'Z') {
+            c = static_cast<char>(c - 'A' + 'a');
+        }
+    }
+    return text;
+}
+
 std::string trimNumber(std::string number) {
     while (!number.empty() && number.back() == '0') {
         number.pop_back();

@@ -61,6 +61,10 @@ std::size_t readNumberToken(const std::string& line, std::size_t& pos, double& t
 // Coordinates such as "X10 Y-2,5 Z0"; true when at least one number was read.
 bool readAxisValues(const std::string& line, std::size_t& pos, double& x, double& y, double& z);
 
+// Entry keys are matched without regard to case: A to Z read as a to z (as tolower does in the
+// "C" locale), whatever locale the host process has set.
+std::string lowerCased(std::string text);
+
 // Shortens "%f" output: "2.500000" -> "2.5", "10.000000" -> "10", "-0.000000" -> "0".
 std::string trimNumber(std::string number);
 

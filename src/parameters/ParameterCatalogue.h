@@ -1,6 +1,7 @@
 // The parameter catalogue: for each kind of operation, the parameters its "Parameter" section
 // holds, as a table of rows (number, bit, name, kind, default) in the order they are declared.
-// ParameterSection::Init walks the table of its kind.
+// ParameterSection::Init declares them from `declarationsOf`: the same rows, in the entry map's
+// key order.
 //
 // Besides plain entries a table has
 //  - rows that exist only for machine-aware operations (operations inside a running host with
@@ -14,6 +15,8 @@
 
 #include <array>
 #include <cstddef>
+#include <string>
+#include <vector>
 
 #include <velkapi/MillDrillOperationType.h>
 
@@ -85,5 +88,39 @@ struct Catalogue {
 
 // The catalogue of `type`; kinds without one of their own get the single entry "Dummy".
 const Catalogue& catalogueOf(MillDrillOperationType type);
+
+// What, beside the row's own `when` and `onlyForKind`, decides whether a declaration is made:
+// the machine block's bits depend on the operation and its machine.
+enum class Condition {
+    Always,
+    Plain,         // a plain bit of a machine block: plain operations only
+    MachineAware,  // GOH_0 .. GOH_5 of a machine block
+    YAxis,         // machine-aware, and the current channel has a Y axis
+    Subspindle,    // machine-aware, and the machine has a subspindle
+};
+
+// One entry a catalogue may declare: `row` as an entry row (a machine block's bit is an Option
+// row of the block's number, default false), `key` its name lower-cased.
+struct Declaration {
+    std::string key;
+    Row row;
+    Condition condition;
+};
+
+// Every entry the catalogue of `type` may declare, built once per catalogue, ordered by key and,
+// for a key declared twice, in the table's order. Declared in this order, each entry goes to the
+// end of the section's entry map, and a key's first declaration keeps it.
+const std::vector<Declaration>& declarationsOf(MillDrillOperationType type);
+
+// What an operation's declarations depend on besides its kind.
+struct Machine {
+    bool aware;       // a machine-aware operation
+    bool yAxis;       // its current channel has a Y axis
+    bool subspindle;  // its machine has a subspindle
+};
+
+// True when an operation of `type` on `machine` declares `declaration`.
+bool isDeclared(const Declaration& declaration, MillDrillOperationType type,
+                const Machine& machine);
 
 }  // namespace VelkApi::catalogue

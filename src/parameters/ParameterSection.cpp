@@ -55,11 +55,11 @@ void ParameterSection::Init(bool machineAware) {
         const OperationBase* owner = getOperation();
         if (owner != nullptr && owner->isVelkActive()) {
             if (machineAware) {
-                PpDefIni machine;
-                machine.read();
-                subspindleAvailable = machine.isSubspindleAvailable();
+                PpDefIni ini;
+                ini.read();
+                subspindleAvailable = ini.isSubspindleAvailable();
                 MacroExport::GetGlobalIntVar("i_current_channel", channel);
-                yAxisAvailable = yAxisAvailable || machine.isYaxAvailable(channel);
+                yAxisAvailable = yAxisAvailable || ini.isYaxAvailable(channel);
             }
             if (!parameters::readSetupValues(setupClearance, setupRetract)) {
                 LogFile::instance().trace("Error in ParameterSection - GetGlobalDoubleVar", false);
@@ -70,26 +70,7 @@ void ParameterSection::Init(bool machineAware) {
         const catalogue::Catalogue& rows = catalogue::catalogueOf(operationType);
         lineCount = machineAware ? rows.awareLineCount : rows.plainLineCount;
 
-        // The machine-dependent bits of option word `block.number`.
-        const auto addMachineBlock = [&](const catalogue::Row& block) {
-            const int word = block.number;
-            if (!machineAware) {
-                for (std::size_t i = 0; i < block.plain.count; ++i) {
-                    const catalogue::PlainBit& plain = block.plain.bits[i];
-                    addBoolParameter(word, plain.bit, plain.name, false, false);
-                }
-                return;
-            }
-            if (yAxisAvailable) {
-                addBoolParameter(word, 14, "o_yax_drilling", false, false);
-                addBoolParameter(word, 21, "o_cax_index", false, false);
-                addBoolParameter(word, 22, "o_cax_break", false, false);
-            }
-            if (subspindleAvailable) {
-                addBoolParameter(word, 25, "o_subspindle", false, false);
-            }
-            addGohParams(word);
-        };
+        const catalogue::Machine machine{machineAware, yAxisAvailable, subspindleAvailable};
         const auto defaultOf = [&](const catalogue::Default& value) {
             switch (value.source) {
                 case catalogue::Default::Source::SetupClearance:
@@ -100,36 +81,31 @@ void ParameterSection::Init(bool machineAware) {
                     return value.number;
             }
         };
-        for (const catalogue::Row& row : rows) {
-            if (row.when == catalogue::When::MachineAware && !machineAware) {
+        for (const catalogue::Declaration& declaration : catalogue::declarationsOf(operationType)) {
+            if (!catalogue::isDeclared(declaration, operationType, machine)) {
                 continue;
             }
-            if (row.onlyForKind != catalogue::kEveryKind &&
-                row.onlyForKind != static_cast<int>(operationType)) {
-                continue;
-            }
+            const std::string& key = declaration.key;
+            const catalogue::Row& row = declaration.row;
             switch (row.kind) {
                 case catalogue::Kind::Int:
-                    addIntParameter(row.number, row.name, static_cast<int>(defaultOf(row.value)));
+                    addIntParameter(row.number, key, static_cast<int>(defaultOf(row.value)));
                     break;
                 case catalogue::Kind::Double:
-                    addDoubleParameter(row.number, row.name, defaultOf(row.value));
+                    addDoubleParameter(row.number, key, defaultOf(row.value));
                     break;
                 case catalogue::Kind::Axis:
-                    addAxisParameter(row.number, row.name, defaultOf(row.value));
+                    addAxisParameter(row.number, key, defaultOf(row.value));
                     break;
                 case catalogue::Kind::String:
                     if (row.text != nullptr) {
-                        addStringParameter(row.number, row.name, row.text);
+                        addStringParameter(row.number, key, row.text);
                     } else {
-                        addStringParameter(row.number, row.name);
+                        addStringParameter(row.number, key);
                     }
                     break;
-                case catalogue::Kind::Option:
-                    addBoolParameter(row.number, row.bit, row.name, row.value.number != 0.0, false);
-                    break;
-                case catalogue::Kind::MachineBlock:
-                    addMachineBlock(row);
+                default:  // an option bit, a machine block's bits included
+                    addBoolParameter(row.number, row.bit, key, row.value.number != 0.0, false);
                     break;
             }
         }

@@ -35,9 +35,9 @@ std::string textOf(const std::string& value) {
 
 ExpertToolSection::ExpertToolSection(int sectionnr) : ToolSection(sectionnr) {
     guarded("Error in ToolSection::ToolSection(int sectionnr)   ", [&] {
-        int number = 0;
-        tools::forEachName(
-            [&](int, int, const std::string& name) { addStringParameter(number++, name, "", ""); });
+        for (const auto& [name, number] : tools::declarationsByName()) {
+            addStringParameter(number, *name, "", "");
+        }
     });
 }
 

@@ -101,21 +101,19 @@ void appendField(std::string& line, const SectionValue& entry, bool last) {
 
 MillToolSection::MillToolSection(int sectionnr) : ToolSection(sectionnr) {
     guarded("Error in ToolSection::ToolSection(int sectionnr)", [&] {
-        int number = 0;
-        tools::forEachName([&](int, int, const std::string& name) {
-            switch (tools::kindOf(name)) {
+        for (const auto& [name, number] : tools::declarationsByName()) {
+            switch (tools::kindOf(*name)) {
                 case '$':
-                    addStringParameter(number, name, "", "");
+                    addStringParameter(number, *name, "", "");
                     break;
                 case 'i':
-                    addIntParameter(number, name, kUnsetInt);
+                    addIntParameter(number, *name, kUnsetInt);
                     break;
                 default:
-                    addDoubleParameter(number, name, kUnsetDouble);
+                    addDoubleParameter(number, *name, kUnsetDouble);
                     break;
             }
-            ++number;
-        });
+        }
     });
 }
 
@@ -134,8 +132,10 @@ void MillToolSection::readFromVDM(OperationBase* op) {
 void MillToolSection::write(OperationBase* op) {
     guarded("Error in ToolSection::write(VelkApi::MillTurnVdm * vdm)", [&] {
         std::vector<std::string> record(LINESCOUNT);
-        tools::forEachName([&](int line, int slot, const std::string& name) {
-            if (const SectionValue* entry = findEntry(name)) {
+        const std::vector<SectionValue*> byPlace = tools::entriesByPlace(values);
+        std::size_t place = 0;
+        tools::forEachName([&](int line, int slot, const std::string&) {
+            if (const SectionValue* entry = byPlace[place++]) {
                 appendField(record[line], *entry, slot == lineslen[line] - 1);
             }
         });
@@ -150,12 +150,17 @@ void MillToolSection::read(OperationBase* op) {
             tools::readToolLines(*op->getVDM(), op->getNumber(), sectionNr);
         // Lines beyond the table carry no names.
         const int named = std::min(static_cast<int>(record.size()), static_cast<int>(LINESCOUNT));
+        if (named == 0) {  // no line: every entry stays as it is
+            return;
+        }
+        const std::vector<SectionValue*> byPlace = tools::entriesByPlace(values);
+        std::size_t place = 0;
         for (int line = 0; line < named; ++line) {
             const std::string& text = record[line];
             text::FieldCursor fieldsOfLine(text);
             for (int slot = 0; slot < lineslen[line]; ++slot) {
                 const std::string& name = lines[line][slot];
-                SectionValue* entry = findEntry(name);
+                SectionValue* entry = byPlace[place++];
                 if (entry == nullptr) {
                     continue;
                 }

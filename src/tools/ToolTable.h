@@ -1,8 +1,12 @@
 // Walking the tool line table: by line, by slot, and by the host variables its names stand for.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
+#include <memory>
+#include <stdexcept>
 #include <string>
+#include <vector>
 
 #include <velkapi/ToolSection.h>
 
@@ -27,6 +31,52 @@ void forEachName(Visit&& visit) {
             }
         }
     }
+}
+
+// One place of the tool table as a tool section declares it: its name (of a known kind) and
+// its entry number, the count of such names before that place.
+struct Declaration {
+    const std::string* name;
+    int number;
+};
+
+// The tool section's declarations, built once, ordered by name (the names are lower case, so
+// this is the entry map's own order) and, for a name the table holds twice, by number: declared
+// in this order, each entry goes to the end of the map, and a name's first place keeps it.
+inline const std::vector<Declaration>& declarationsByName() {
+    static const std::vector<Declaration> declarations = [] {
+        std::vector<Declaration> list;
+        forEachName([&](int, int, const std::string& name) {
+            list.push_back({&name, static_cast<int>(list.size())});
+        });
+        std::stable_sort(list.begin(), list.end(), [](const Declaration& a, const Declaration& b) {
+            return *a.name < *b.name;
+        });
+        return list;
+    }();
+    return declarations;
+}
+
+// The entry of each table place (by declaration number), null where the section has none of
+// that name: one walk of the entry map beside the declarations, both in key order, instead of a
+// lookup per place. A section without its entry map fails as a lookup in it does.
+template <typename Entries>
+std::vector<SectionValue*> entriesByPlace(const std::shared_ptr<Entries>& map) {
+    if (!map) {
+        throw std::logic_error("section has no entry map");
+    }
+    const Entries& entries = *map;
+    std::vector<SectionValue*> byPlace(declarationsByName().size(), nullptr);
+    auto entry = entries.begin();
+    for (const auto& [name, number] : declarationsByName()) {
+        while (entry != entries.end() && entry->first < *name) {
+            ++entry;
+        }
+        if (entry != entries.end() && entry->first == *name) {
+            byPlace[static_cast<std::size_t>(number)] = entry->second.get();
+        }
+    }
+    return byPlace;
 }
 
 // The key of element `index` (from 1) of a host array: "w_t_val(3)".

@@ -35,6 +35,25 @@ TEST(SectionDictionary, SecondDeclarationKeepsTheFirstEntry) {
     EXPECT_EQ(section.getDouble("w_depth"), 1.0);
 }
 
+TEST(SectionDictionary, DeclarationsInAnyOrderKeepTheFirstOfEachKey) {
+    TestSection section;
+    section.addIntParameter(1, "b", 0, 10);
+    section.addIntParameter(2, "d", 0, 20);
+    section.addIntParameter(3, "D", 0, 30);  // the last key again
+    section.addIntParameter(4, "a", 0, 40);  // before the first
+    section.addIntParameter(5, "c", 0, 50);  // between two
+    section.addIntParameter(6, "B", 0, 60);  // an earlier key again
+    section.addIntParameter(7, "e", 0, 70);  // past the last
+    std::vector<std::string> keys;
+    EXPECT_EQ(section.readKeys(keys), (Texts{"a", "b", "c", "d", "e"}));
+    Texts numbered;
+    for (const SectionValue* entry : section.entriesByNumber()) {
+        numbered.push_back(entry->getName() + "=" + std::to_string(entry->getNr()) + ":" +
+                           entry->getValueAsString());
+    }
+    EXPECT_EQ(numbered, (Texts{"b=1:10", "d=2:20", "a=4:40", "c=5:50", "e=7:70"}));
+}
+
 TEST(SectionDictionary, MissingKeyGivesNeutralResultsWithoutLogging) {
     ErrorLogWatch log;
     TestSection section;

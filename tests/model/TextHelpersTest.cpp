@@ -216,3 +216,9 @@ TEST(Fixed6, PrintsLikePercentF) {
     EXPECT_EQ(fixed6(1e10), "10000000000.000000");
     EXPECT_EQ(fixed6(-2.5), "-2.500000");
 }
+
+TEST(LowerCased, TurnsOnlyAToZ) {
+    EXPECT_EQ(lowerCased("I_Type(3) AZ az"), "i_type(3) az az");
+    EXPECT_EQ(lowerCased("\xC4\xD6-@[`{"), "\xC4\xD6-@[`{");
+    EXPECT_EQ(lowerCased(""), "");
+}

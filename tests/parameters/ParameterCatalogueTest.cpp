@@ -11,6 +11,7 @@
 
 #include "FailingAllocation.h"
 #include "ParametersTest.h"
+#include "parameters/ParameterCatalogue.h"
 
 using namespace VelkApi;
 using paramtest::OpenParameterSection;
@@ -378,4 +379,78 @@ TEST_F(ParametersCatalogue, OddNamesAreKeptAsTheHostStoresThem) {
     const auto blubb = initialised(static_cast<MillDrillOperationType>(15), true, false);
     EXPECT_EQ(keys(*blubb), (Texts{"blubb1", "blubb2", "blubb3", "blubb4"}));
     EXPECT_EQ(blubb->getInt("blubb1"), 1);
+}
+
+TEST_F(ParametersCatalogue, EveryKindDeclaresInKeyOrderWhatInitHolds) {
+    for (int kind = 0; kind <= 42; ++kind) {
+        const auto type = static_cast<MillDrillOperationType>(kind);
+        const auto& declarations = catalogue::declarationsOf(type);
+        for (std::size_t i = 1; i < declarations.size(); ++i) {
+            EXPECT_LE(declarations[i - 1].key, declarations[i].key) << kind;
+        }
+        // Outside a running host: plain, and machine-aware with neither Y axis nor subspindle.
+        for (const bool aware : {false, true}) {
+            Texts declared;
+            for (const catalogue::Declaration& declaration : declarations) {
+                if (catalogue::isDeclared(declaration, type, {aware, false, false})) {
+                    declared.push_back(declaration.key);
+                }
+            }
+            declared.erase(std::unique(declared.begin(), declared.end()), declared.end());
+            EXPECT_EQ(keys(*initialised(type, false, aware)), declared) << kind;
+        }
+    }
+}
+
+TEST_F(ParametersCatalogue, AMachineBlockDeclaresEachOfItsBitsUnderItsCondition) {
+    const auto& declarations = catalogue::declarationsOf(MillDrillOperationType::PROFILE);
+    const auto conditionOf = [&](const std::string& key) {
+        const auto found =
+            std::find_if(declarations.begin(), declarations.end(),
+                         [&](const catalogue::Declaration& d) { return d.key == key; });
+        EXPECT_NE(found, declarations.end()) << key;
+        EXPECT_EQ(found->row.kind, catalogue::Kind::Option) << key;
+        EXPECT_EQ(found->row.number, 26) << key;
+        return found->condition;
+    };
+    EXPECT_EQ(conditionOf("o_gohome"), catalogue::Condition::Plain);
+    EXPECT_EQ(conditionOf("o_rapid_peck"), catalogue::Condition::Plain);
+    EXPECT_EQ(conditionOf("o_subprogram"), catalogue::Condition::Plain);
+    EXPECT_EQ(conditionOf("o_yax_drilling"), catalogue::Condition::YAxis);
+    EXPECT_EQ(conditionOf("o_cax_index"), catalogue::Condition::YAxis);
+    EXPECT_EQ(conditionOf("o_cax_break"), catalogue::Condition::YAxis);
+    EXPECT_EQ(conditionOf("o_subspindle"), catalogue::Condition::Subspindle);
+    for (int i = 0; i <= 5; ++i) {
+        EXPECT_EQ(conditionOf("goh_" + std::to_string(i)), catalogue::Condition::MachineAware);
+    }
+}
+
+TEST_F(ParametersCatalogue, WhatDecidesADeclaration) {
+    using catalogue::Condition;
+    catalogue::Declaration declaration{
+        "o_bit", catalogue::catalogueOf(MillDrillOperationType::PROFILE).rows[0],
+        Condition::Always};
+    const auto declaredFor = [&](Condition condition, catalogue::Machine machine) {
+        declaration.condition = condition;
+        return catalogue::isDeclared(declaration, MillDrillOperationType::PROFILE, machine);
+    };
+    EXPECT_TRUE(declaredFor(Condition::Always, {false, false, false}));
+    EXPECT_TRUE(declaredFor(Condition::Plain, {false, true, true}));
+    EXPECT_FALSE(declaredFor(Condition::Plain, {true, false, false}));
+    EXPECT_FALSE(declaredFor(Condition::MachineAware, {false, true, true}));
+    EXPECT_TRUE(declaredFor(Condition::MachineAware, {true, false, false}));
+    EXPECT_FALSE(declaredFor(Condition::YAxis, {false, true, true}));
+    EXPECT_FALSE(declaredFor(Condition::YAxis, {true, false, true}));
+    EXPECT_TRUE(declaredFor(Condition::YAxis, {true, true, false}));
+    EXPECT_FALSE(declaredFor(Condition::Subspindle, {false, true, true}));
+    EXPECT_FALSE(declaredFor(Condition::Subspindle, {true, true, false}));
+    EXPECT_TRUE(declaredFor(Condition::Subspindle, {true, false, true}));
+    // The row's own restrictions hold whatever the condition.
+    declaration.row.when = catalogue::When::MachineAware;
+    EXPECT_FALSE(declaredFor(Condition::Always, {false, true, true}));
+    EXPECT_TRUE(declaredFor(Condition::Always, {true, false, false}));
+    declaration.row.onlyForKind = static_cast<int>(MillDrillOperationType::THREADING);
+    EXPECT_FALSE(declaredFor(Condition::Always, {true, false, false}));
+    EXPECT_TRUE(catalogue::isDeclared(declaration, MillDrillOperationType::THREADING,
+                                      {true, false, false}));
 }

@@ -2,8 +2,11 @@
 #include <gtest/gtest.h>
 #include <velkapi/ToolSection.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
+
+#include "tools/ToolTable.h"
 
 using VelkApi::ToolSection;
 
@@ -93,4 +96,31 @@ TEST(ToolTable, ScratchArraySizes) {
     EXPECT_EQ(ToolSection::BIN_SIZE, 3);
     EXPECT_EQ(ToolSection::VAL_SIZE, 10);
     EXPECT_EQ(ToolSection::TUR_VAL_SIZE, 20);
+}
+
+TEST(ToolTable, DeclarationsAreByNameWithTheirPlaceInTheTable) {
+    const auto& declarations = VelkApi::tools::declarationsByName();
+    ASSERT_EQ(declarations.size(), 105u);
+    std::vector<int> numbers;
+    for (std::size_t i = 0; i < declarations.size(); ++i) {
+        if (i > 0) {
+            EXPECT_LE(*declarations[i - 1].name, *declarations[i].name) << i;
+        }
+        numbers.push_back(declarations[i].number);
+    }
+    EXPECT_EQ(*declarations.front().name, "$_t_comment");
+    EXPECT_EQ(*declarations.back().name, "w_t_work_time");
+    // Every place of the table once: 0 .. 104.
+    std::sort(numbers.begin(), numbers.end());
+    for (int i = 0; i < 105; ++i) {
+        EXPECT_EQ(numbers[static_cast<std::size_t>(i)], i);
+    }
+    // The holder's two places, the first (line 1) ahead of the second (line 5).
+    const auto holder = std::find_if(declarations.begin(), declarations.end(),
+                                     [](const auto& d) { return *d.name == "i_t_holder_id"; });
+    ASSERT_NE(holder, declarations.end());
+    ASSERT_NE(holder + 1, declarations.end());
+    EXPECT_EQ(holder->number, 6);
+    EXPECT_EQ(*(holder + 1)->name, "i_t_holder_id");
+    EXPECT_EQ((holder + 1)->number, 57);
 }
