@@ -60,7 +60,6 @@ TEST(Progress, OnlyEveryFewHundredItemsLookAtTheClock) {
     EXPECT_EQ(out.str(), "");
 }
 
-
 TEST(Progress, ACountReachedAtOnceShowsOnATerminal) {
     std::ostringstream out;
     {
