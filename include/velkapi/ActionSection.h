@@ -85,6 +85,10 @@ class VELKAPI_EXPORT ActionSection : public SectionDictionary {
     /// Which list the section holds: before or after the operation.
     ActionSectionType getSectionType() const { return sectionType; }
 
+    /// The lines writeToVDM writes: the marker, the kinds line and one command a line, in
+    /// dictionary order; none when the section holds no action (writeToVDM then removes it).
+    std::vector<std::string> composeLines() const;
+
   private:
     /// Every action entry, in the dictionary's order of names. Writing keeps that order too, so
     /// a list of more than eight actions comes back from the store with 10, 11, ... first.

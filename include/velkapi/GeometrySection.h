@@ -20,6 +20,7 @@
 #include <string>
 #include <vector>
 
+#include <velkapi/MillDrillOperationType.h>
 #include <velkapi/SectionDictionary.h>
 #include <velkapi/VelkObject.h>
 
@@ -91,9 +92,14 @@ class VELKAPI_EXPORT GeometrySection : public SectionDictionary {
     /// the parameter section's counters give, never past the section's lines.
     void readFromVDM(OperationBase* op) override;
 
+    /// The lines writeToVDM writes for an operation of that kind: for the macro kinds each
+    /// entry's text in key order, for the others each object's text in number order, whose
+    /// roles are counted into `roles` when it is given.
+    std::vector<std::string> composeLines(MillDrillOperationType kind,
+                                          GeometrySectionSettings* roles = nullptr) const;
+
   private:
     void readObjects(OperationBase& op, const std::vector<std::string>& lines);
-    void writeObjects(OperationBase& op, MillTurnVdm& vdm);
 };
 
 }  // namespace VelkApi

@@ -35,10 +35,8 @@ class VELKAPI_EXPORT MessageSection : public SectionDictionary {
     virtual void readFromStrings(const std::vector<std::string>& lines);
     /// Appends the lines to `lines`, which is not emptied first.
     virtual void writeToStrings(std::vector<std::string>& lines);
-
-  private:
-    /// The values of the entries "0" .. "<count - 1>" that exist, in order.
-    std::vector<std::string> presentLines() const;
+    /// The lines writeToVDM writes: the entries "0" .. "<count - 1>" that exist, in order.
+    std::vector<std::string> composeLines() const;
 };
 
 }  // namespace VelkApi

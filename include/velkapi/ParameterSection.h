@@ -7,6 +7,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include <velkapi/MillDrillOperationType.h>
 #include <velkapi/SectionDictionary.h>
@@ -49,6 +50,14 @@ class VELKAPI_EXPORT ParameterSection : public SectionDictionary {
     MillDrillOperationType getOperationType() const { return operationType; }
     /// The name of the kind whose parameters the section holds.
     const std::string& getOperationTypeName() const { return operationTypeName; }
+
+    /// The lines writeToVDM writes: the kind's name, then the value lines. Throws
+    /// std::length_error when Init has not given the section its lines.
+    std::vector<std::string> composeLines() const;
+    /// Reads the section's lines, as readFromVDM reads them from the store: the kind's name,
+    /// then the value lines; entries beyond the lines keep their values. Nothing when `lines`
+    /// is empty.
+    void readFromLines(const std::vector<std::string>& lines);
 
   protected:
     /// GOH_0 .. GOH_5 as bits 15 to 20 of option word `number`.

@@ -23,6 +23,9 @@
 namespace VelkApi {
 
 class OperationBase;
+namespace detail {
+struct SectionEntries;
+}
 
 /// The base of every section of an operation: its parameters as named, typed entries.
 class VELKAPI_EXPORT SectionDictionary {
@@ -85,6 +88,8 @@ class VELKAPI_EXPORT SectionDictionary {
     int getSectionNr() const { return sectionNr; }
 
   protected:
+    friend struct detail::SectionEntries;  // the library's own look at the entries
+
     using Entries = std::map<std::string, std::unique_ptr<SectionValue>>;
 
     /// Field `n` of a section line, or `defaultval` when the line has no such field.

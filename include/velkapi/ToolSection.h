@@ -10,6 +10,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include <velkapi/SectionDictionary.h>
 
@@ -86,6 +87,13 @@ class VELKAPI_EXPORT MillToolSection : public ToolSection {
     /// arrays are read from the host into the scratch arrays instead, and stay as the host has
     /// them.
     void writeToVars() override;
+
+    /// The tool record's lines as writeToVDM writes them: one line per line of the table, each
+    /// value followed by one blank but the last.
+    std::vector<std::string> composeLines() const;
+    /// Reads the tool record's lines, as readFromVDM reads them from the store; lines beyond
+    /// the table are passed over, and no line at all leaves every entry as it is.
+    void readFromLines(const std::vector<std::string>& record);
 
   private:
     void read(OperationBase* op);

@@ -29,6 +29,9 @@ class VELKAPI_EXPORT TurnToolSection : public ToolSection {
     void readFromVars() override;
     void writeToVars() override;
 
+    /// The lines writeToVDM writes: one empty line.
+    std::vector<std::string> composeLines() const;
+
   private:
     void read(OperationBase* op);
     void write(OperationBase* op);

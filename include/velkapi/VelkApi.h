@@ -26,3 +26,4 @@
 #include <velkapi/TurnToolSection.h>
 #include <velkapi/Value.h>
 #include <velkapi/VelkObject.h>
+#include <velkapi/WritePreview.h>

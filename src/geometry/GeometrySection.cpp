@@ -177,38 +177,37 @@ void GeometrySection::writeToVDM(OperationBase* op) {
             return;
         }
         MillTurnVdm& vdm = *op->getVDM();
-        if (!isMacroKind(op->getOperationType())) {
-            writeObjects(*op, vdm);
+        GeometrySectionSettings settings;
+        const std::vector<std::string> lines = composeLines(op->getOperationType(), &settings);
+        host::StoreSession session(vdm);
+        if (!session || !vdm.LoadOperation(op->getNumber()) || !vdm.WriteSection(sectionNr, lines)) {
             return;
         }
-        std::vector<std::string> lines;
-        for (const auto& entry : entries()) {
-            lines.push_back(entry.second->getValueAsString());
-        }
-        host::StoreSession session(vdm);
-        if (session && vdm.LoadOperation(op->getNumber())) {
-            vdm.WriteSection(sectionNr, lines);
+        if (!isMacroKind(op->getOperationType()) && !isPlainListKind(op->getOperationType())) {
+            writeCounters(parameterSection(*op), settings);
         }
     });
 }
 
-void GeometrySection::writeObjects(OperationBase& op, MillTurnVdm& vdm) {
-    GeometrySectionSettings settings;
+std::vector<std::string> GeometrySection::composeLines(MillDrillOperationType kind,
+                                                       GeometrySectionSettings* roles) const {
     std::vector<std::string> lines;
+    if (isMacroKind(kind)) {
+        for (const auto& entry : entries()) {
+            lines.push_back(entry.second->getValueAsString());
+        }
+        return lines;
+    }
     for (const SectionValue* entry : entriesByNumber()) {
         VelkObject object;
         if (entry->getValueDataType() == ValueDataType::VelkObject && entry->getValue(&object)) {
-            settings.add(object.getSectiontype());
+            if (roles != nullptr) {
+                roles->add(object.getSectiontype());
+            }
             lines.push_back(object.toString());
         }
     }
-    host::StoreSession session(vdm);
-    if (!session || !vdm.LoadOperation(op.getNumber()) || !vdm.WriteSection(sectionNr, lines)) {
-        return;
-    }
-    if (!isPlainListKind(op.getOperationType())) {
-        writeCounters(parameterSection(op), settings);
-    }
+    return lines;
 }
 
 }  // namespace VelkApi

@@ -73,23 +73,31 @@ void ActionSection::writeToVDM(OperationBase* op) {
         if (!op || !op->getVDM()) {
             return;
         }
-        const std::vector<Action> list = actions();
+        const std::vector<std::string> lines = composeLines();
         MillTurnVdm& vdm = *op->getVDM();
         host::StoreSession session(vdm);
         if (!session || !vdm.LoadOperation(op->getNumber())) {
             return;
         }
-        if (list.empty()) {
+        if (lines.empty()) {
             vdm.DeleteSection(sectionNr, kFirstActionSection);
             return;
         }
-        std::vector<std::string> lines = {marker(sectionType), ""};
-        for (const Action& action : list) {
-            lines[kKindsLine] += std::to_string(static_cast<std::int32_t>(action.getType())) + " ";
-            lines.push_back(action.getCommand());
-        }
         vdm.WriteSection(sectionNr, lines);
     });
+}
+
+std::vector<std::string> ActionSection::composeLines() const {
+    const std::vector<Action> list = actions();
+    if (list.empty()) {
+        return {};
+    }
+    std::vector<std::string> lines = {marker(sectionType), ""};
+    for (const Action& action : list) {
+        lines[kKindsLine] += std::to_string(static_cast<std::int32_t>(action.getType())) + " ";
+        lines.push_back(action.getCommand());
+    }
+    return lines;
 }
 
 void ActionSection::readFromVDM(OperationBase* op) {

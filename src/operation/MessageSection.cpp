@@ -38,7 +38,7 @@ void MessageSection::readFromStrings(const std::vector<std::string>& lines) {
     }
 }
 
-std::vector<std::string> MessageSection::presentLines() const {
+std::vector<std::string> MessageSection::composeLines() const {
     std::vector<std::string> lines;
     const size_t count = entries().size();
     for (size_t i = 0; i < count; ++i) {
@@ -51,7 +51,7 @@ std::vector<std::string> MessageSection::presentLines() const {
 }
 
 void MessageSection::writeToStrings(std::vector<std::string>& lines) {
-    for (std::string& line : presentLines()) {
+    for (std::string& line : composeLines()) {
         lines.push_back(std::move(line));
     }
 }
@@ -63,7 +63,7 @@ void MessageSection::writeToVDM(OperationBase* op) {
         }
         // The lines are gathered before the old ones are removed, so that nothing is lost
         // when gathering fails.
-        const std::vector<std::string> lines = presentLines();
+        const std::vector<std::string> lines = composeLines();
         MillTurnVdm& vdm = *op->getVDM();
         host::StoreSession session(vdm);
         if (!session || !vdm.BeginSection(sectionNr)) {

@@ -126,23 +126,29 @@ void ParameterSection::writeToVDM(OperationBase* op) {
         return;
     }
     guarded("Error in ParameterSection::writeToVDM()", [&] {
-        if (lineCount < 1) {  // never initialised: there is no line layout to write
-            throw std::length_error("the parameter section has no lines");
-        }
-        const std::vector<std::string> lines = parameters::composeValueLines(
-            entriesByNumber(), static_cast<std::size_t>(lineCount - 1), kRecordLayout);
-
+        const std::vector<std::string> lines = composeLines();
         MillTurnVdm& vdm = *op->getVDM();
         host::StoreSession session(vdm);
         if (!session || !vdm.LoadOperation(op->getNumber()) || !vdm.BeginSection(sectionNr)) {
             return;
         }
-        vdm.AddLine(operationTypeName);
-        for (const std::string& value : lines) {
-            vdm.AddLine(value);
+        for (const std::string& line : lines) {
+            vdm.AddLine(line);
         }
         vdm.EndSection();
     });
+}
+
+std::vector<std::string> ParameterSection::composeLines() const {
+    if (lineCount < 1) {  // never initialised: there is no line layout to write
+        throw std::length_error("the parameter section has no lines");
+    }
+    std::vector<std::string> lines = {operationTypeName};
+    for (std::string& value : parameters::composeValueLines(
+             entriesByNumber(), static_cast<std::size_t>(lineCount - 1), kRecordLayout)) {
+        lines.push_back(std::move(value));
+    }
+    return lines;
 }
 
 void ParameterSection::readFromVDM(OperationBase* op) {
@@ -175,7 +181,13 @@ void ParameterSection::readRecord(MillTurnVdm& vdm, int number) {
     if (count < 1) {  // not even the kind's name: nothing this section could have written
         throw std::length_error("the parameter section has no lines in the record");
     }
-    if (!vdm.ReadSection(sectionNr, lines)) {
+    if (vdm.ReadSection(sectionNr, lines)) {
+        readFromLines(lines);
+    }
+}
+
+void ParameterSection::readFromLines(const std::vector<std::string>& lines) {
+    if (lines.empty()) {
         return;
     }
     operationTypeName = lines.front();

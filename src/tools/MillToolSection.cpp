@@ -131,60 +131,66 @@ void MillToolSection::readFromVDM(OperationBase* op) {
 
 void MillToolSection::write(OperationBase* op) {
     guarded("Error in ToolSection::write(VelkApi::MillTurnVdm * vdm)", [&] {
-        std::vector<std::string> record(LINESCOUNT);
-        const std::vector<SectionValue*> byPlace = tools::entriesByPlace(values);
-        std::size_t place = 0;
-        tools::forEachName([&](int line, int slot, const std::string&) {
-            if (const SectionValue* entry = byPlace[place++]) {
-                appendField(record[line], *entry, slot == lineslen[line] - 1);
-            }
-        });
-        tools::writeToolLines(*op->getVDM(), op->getNumber(), sectionNr, record);
+        tools::writeToolLines(*op->getVDM(), op->getNumber(), sectionNr, composeLines());
     });
+}
+
+std::vector<std::string> MillToolSection::composeLines() const {
+    std::vector<std::string> record(LINESCOUNT);
+    const std::vector<SectionValue*> byPlace = tools::entriesByPlace(values);
+    std::size_t place = 0;
+    tools::forEachName([&](int line, int slot, const std::string&) {
+        if (const SectionValue* entry = byPlace[place++]) {
+            appendField(record[line], *entry, slot == lineslen[line] - 1);
+        }
+    });
+    return record;
 }
 
 void MillToolSection::read(OperationBase* op) {
     guarded("Error in ToolSection::read(VelkApi::MillTurnVdm * vdm)", [&] {
         LogFile::instance().trace("read ToolSection", true);
-        const std::vector<std::string> record =
-            tools::readToolLines(*op->getVDM(), op->getNumber(), sectionNr);
-        // Lines beyond the table carry no names.
-        const int named = std::min(static_cast<int>(record.size()), static_cast<int>(LINESCOUNT));
-        if (named == 0) {  // no line: every entry stays as it is
-            return;
-        }
-        const std::vector<SectionValue*> byPlace = tools::entriesByPlace(values);
-        std::size_t place = 0;
-        for (int line = 0; line < named; ++line) {
-            const std::string& text = record[line];
-            text::FieldCursor fieldsOfLine(text);
-            for (int slot = 0; slot < lineslen[line]; ++slot) {
-                const std::string& name = lines[line][slot];
-                SectionValue* entry = byPlace[place++];
-                if (entry == nullptr) {
-                    continue;
+        readFromLines(tools::readToolLines(*op->getVDM(), op->getNumber(), sectionNr));
+    });
+}
+
+void MillToolSection::readFromLines(const std::vector<std::string>& record) {
+    // Lines beyond the table carry no names.
+    const int named = std::min(static_cast<int>(record.size()), static_cast<int>(LINESCOUNT));
+    if (named == 0) {  // no line: every entry stays as it is
+        return;
+    }
+    const std::vector<SectionValue*> byPlace = tools::entriesByPlace(values);
+    std::size_t place = 0;
+    for (int line = 0; line < named; ++line) {
+        const std::string& text = record[line];
+        text::FieldCursor fieldsOfLine(text);
+        for (int slot = 0; slot < lineslen[line]; ++slot) {
+            const std::string& name = lines[line][slot];
+            SectionValue* entry = byPlace[place++];
+            if (entry == nullptr) {
+                continue;
+            }
+            switch (tools::kindOf(name)) {
+                case '$':
+                    entry->setValue(&text);
+                    break;
+                case 'i': {
+                    const int value = fields::intField(text, fieldsOfLine.position(slot), 0);
+                    entry->setValue(&value);
+                    break;
                 }
-                switch (tools::kindOf(name)) {
-                    case '$':
-                        entry->setValue(&text);
-                        break;
-                    case 'i': {
-                        const int value = fields::intField(text, fieldsOfLine.position(slot), 0);
-                        entry->setValue(&value);
-                        break;
-                    }
-                    case 'w': {
-                        const double value =
-                            fields::doubleField(text, fieldsOfLine.position(slot), 0.0);
-                        entry->setValue(&value);
-                        break;
-                    }
-                    default:
-                        break;
+                case 'w': {
+                    const double value =
+                        fields::doubleField(text, fieldsOfLine.position(slot), 0.0);
+                    entry->setValue(&value);
+                    break;
                 }
+                default:
+                    break;
             }
         }
-    });
+    }
 }
 
 // ---- the host's variables
