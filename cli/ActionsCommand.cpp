@@ -10,6 +10,7 @@
 #include "Commands.h"
 #include "EntryText.h"
 #include "Project.h"
+#include "ProjectEdit.h"
 
 namespace velk {
 
@@ -28,6 +29,7 @@ struct ActionsOptions {
     int kind = static_cast<int>(VelkApi::ActionType::Default);
     CLI::App* add = nullptr;
     CLI::App* clear = nullptr;
+    WriteOptions write;
 };
 
 // An action's number follows the highest number in the list; the first is 2.
@@ -91,7 +93,8 @@ void list(const ActionsOptions& options, const VelkApi::MillDrillOperation& op) 
     }
 }
 
-void add(const ActionsOptions& options, VelkApi::MillDrillOperation& op) {
+void add(const ActionsOptions& options, const ProjectEdit& edit,
+         VelkApi::MillDrillOperation& op) {
     const bool after = editedList(options);
     if (options.command.empty() || options.command.find_first_of("\r\n") != std::string::npos) {
         throw CommandError("an action is a command of one line, not empty");
@@ -101,31 +104,36 @@ void add(const ActionsOptions& options, VelkApi::MillDrillOperation& op) {
     const int number = numbers.empty() ? kFirstActionNumber : numbers.back() + 1;
     section.addActionParameter(number, static_cast<VelkApi::ActionType>(options.kind),
                                options.command);
-    writeOperation(op);
-    saveProject(options.project);
+    edit.write(op);
+    if (!edit.save()) {
+        return;
+    }
     std::cout << "store " << options.store << ", operation " << options.op << ": action "
               << number << " added " << listName(after) << "\n";
 }
 
-void clear(const ActionsOptions& options, VelkApi::MillDrillOperation& op) {
+void clear(const ActionsOptions& options, const ProjectEdit& edit,
+           VelkApi::MillDrillOperation& op) {
     const bool after = editedList(options);
     ActionSection& section = actionList(op, after);
     const std::size_t count = numbersOf(section).size();
     section.clear();
-    writeOperation(op);
-    saveProject(options.project);
+    edit.write(op);
+    if (!edit.save()) {
+        return;
+    }
     std::cout << "store " << options.store << ", operation " << options.op << ": "
               << count << (count == 1 ? " action" : " actions")
               << " cleared " << listName(after) << "\n";
 }
 
 void actions(const ActionsOptions& options) {
-    loadProject(options.project);
+    const ProjectEdit edit(options.project, options.write);
     const auto op = readOperation(options.store, options.op);
     if (options.add->parsed()) {
-        add(options, *op);
+        add(options, edit, *op);
     } else if (options.clear->parsed()) {
-        clear(options, *op);
+        clear(options, edit, *op);
     } else {
         list(options, *op);
     }
@@ -147,6 +155,7 @@ void addActionsCommand(CLI::App& app) {
     CLI::Option* post =
         actions->add_flag("--post", options->post, "The actions after the operation");
     pre->excludes(post);
+    addWriteOptions(*actions, options->write);
     actions->require_subcommand(0, 1);
 
     options->add = actions->add_subcommand("add", "Add an action to the --pre or --post list");

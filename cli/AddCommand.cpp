@@ -10,6 +10,7 @@
 #include "Commands.h"
 #include "NewRecords.h"
 #include "Project.h"
+#include "ProjectEdit.h"
 
 namespace velk {
 
@@ -28,10 +29,11 @@ struct AddOptions {
     std::string description;
     std::vector<std::string> figures;
     std::vector<std::string> islands;
+    WriteOptions write;
 };
 
 void add(const AddOptions& options) {
-    loadProject(options.project);
+    const ProjectEdit edit(options.project, options.write);
     requireStore(options.store);
     const MillDrillOperationType kind = parseKind(options.kind);
     const int count =
@@ -49,8 +51,10 @@ void add(const AddOptions& options) {
     }
     const auto op = makeOperation(options.store, at,
                                   {kind, options.description, options.figures, options.islands});
-    writeOperation(*op);
-    saveProject(options.project);
+    edit.write(*op);
+    if (!edit.save()) {
+        return;
+    }
     std::cout << "store " << options.store << ": added operation " << at << " (" << kindName(kind)
               << ")\n";
 }
@@ -74,6 +78,7 @@ void addAddCommand(CLI::App& app) {
                            "that the operation machines; repeat for more");
     addCommand->add_option("--island", options->islands,
                            "An island figure of the drawing; repeat for more");
+    addWriteOptions(*addCommand, options->write);
     addCommand->callback([options] { add(*options); });
 }
 

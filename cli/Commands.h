@@ -23,5 +23,6 @@ void addStrategyCommand(CLI::App& app);
 void addToolsCommand(CLI::App& app);
 void addDiffCommand(CLI::App& app);
 void addInitCommand(CLI::App& app);
+void addCheckCommand(CLI::App& app);
 
 }  // namespace velk

@@ -53,29 +53,6 @@ std::string recordTitle(int store, const RecordChange& record) {
     return record.kind.empty() ? title : title + " (" + record.kind + ")";
 }
 
-void printText(const ProjectChanges& changes) {
-    printValues(changes.environment, "");
-    printValues(changes.globals, "");
-    printValues(changes.drawing, "");
-    for (const StoreChange& store : changes.stores) {
-        if (store.change != "changed") {
-            std::cout << "store " << store.store << ": " << store.change << "\n";
-        }
-        for (const RecordChange& record : store.records) {
-            if (record.change != "changed") {
-                std::cout << recordTitle(store.store, record) << ": " << record.change << "\n";
-                continue;
-            }
-            std::cout << recordTitle(store.store, record) << ":\n";
-            printValues(record.values, "  ");
-            for (const LineChange& line : record.lines) {
-                std::cout << "  " << line.section << ": " << (line.added ? "+ " : "- ")
-                          << line.line << "\n";
-            }
-        }
-    }
-}
-
 Json valuesJson(const std::vector<ValueChange>& changes) {
     Json values = Json::array();
     for (const ValueChange& change : changes) {
@@ -103,7 +80,11 @@ Json recordJson(const RecordChange& record) {
     out["values"] = valuesJson(record.values);
     Json lines = Json::array();
     for (const LineChange& line : record.lines) {
-        lines.push_back({{"section", line.section}, {line.added ? "added" : "removed", line.line}});
+        Json entry = {{"section", line.section}, {line.added ? "added" : "removed", line.line}};
+        if (line.number) {
+            entry["line"] = *line.number;
+        }
+        lines.push_back(entry);
     }
     out["lines"] = lines;
     return out;
@@ -134,7 +115,7 @@ void diff(const DiffOptions& options) {
     if (options.json) {
         printJson(changes);
     } else {
-        printText(changes);
+        printChanges(changes);
     }
     if (!changes.empty()) {
         throw CLI::RuntimeError(1);  // different: diff's exit status, with nothing more to say
@@ -142,6 +123,31 @@ void diff(const DiffOptions& options) {
 }
 
 }  // namespace
+
+void printChanges(const ProjectChanges& changes) {
+    printValues(changes.environment, "");
+    printValues(changes.globals, "");
+    printValues(changes.drawing, "");
+    for (const StoreChange& store : changes.stores) {
+        if (store.change != "changed") {
+            std::cout << "store " << store.store << ": " << store.change << "\n";
+        }
+        for (const RecordChange& record : store.records) {
+            if (record.change != "changed") {
+                std::cout << recordTitle(store.store, record) << ": " << record.change << "\n";
+                continue;
+            }
+            std::cout << recordTitle(store.store, record) << ":\n";
+            printValues(record.values, "  ");
+            for (const LineChange& line : record.lines) {
+                const std::string number =
+                    line.number ? " line " + std::to_string(*line.number) : "";
+                std::cout << "  " << line.section << number << ": " << (line.added ? "+ " : "- ")
+                          << line.line << "\n";
+            }
+        }
+    }
+}
 
 void addDiffCommand(CLI::App& app) {
     auto options = std::make_shared<DiffOptions>();

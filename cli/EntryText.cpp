@@ -123,7 +123,9 @@ void setUnset(SectionDictionary& section, const std::string& key) {
             section.setInt(key, marker);
             break;
         case ValueDataType::Double:
-            section.setDouble(key, marker);
+            // The marker as the record gives it back: the same line is written (2.14748e+09),
+            // and the value reads back as it was set.
+            section.setDouble(key, marker == VelkApi::kUnsetInt ? kUnsetDoubleAsStored : marker);
             break;
         default:
             section.setString(key, std::to_string(marker));

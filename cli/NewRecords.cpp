@@ -5,10 +5,15 @@
 
 #include "EntryText.h"
 #include "Project.h"
+#include "ProjectEdit.h"
 
 namespace velk {
 
 namespace {
+
+// The sections of a tool record in the store.
+constexpr int kMessageSection = 0;
+constexpr int kToolDataSection = 1;
 
 using VelkApi::MillDrillOperationType;
 using VelkApi::ToolSection;
@@ -110,6 +115,9 @@ int appendTool(int store, const ToolSection& tool, const std::string& descriptio
         record.getMessageSection()->writeToVDM(&record);
         record.getToolSection()->writeToVDM(&record);
     });
+    ProjectEdit::requireWritten(record, "Message", kMessageSection, 1);
+    ProjectEdit::requireWritten(record, "ToolData", kToolDataSection,
+                                VelkApi::ToolSection::LINESCOUNT);
     return position;
 }
 

@@ -18,6 +18,13 @@ class CommandError : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
+// A failure with exit status 2: trouble for a command whose status 1 is a result (velk check),
+// or a write refused because it would lose what the user did not ask to change.
+class CommandTrouble : public CommandError {
+  public:
+    using CommandError::CommandError;
+};
+
 // Loads the project file into the offline host (throws velkhost::ProjectError).
 void loadProject(const std::string& path);
 // Saves the offline host's project to the file.

@@ -96,8 +96,20 @@ void compareDrawing(const Json& before, const Json& after, std::vector<ValueChan
     }
 }
 
-// The lines of each section that only one side has, sections matched by name.
-std::vector<LineChange> compareLines(const RecordSnapshot& before, const RecordSnapshot& after) {
+// True when a value of the section changed: its changed lines are accounted for.
+bool valuesChanged(const std::vector<ValueChange>& values, const std::string& section) {
+    for (const ValueChange& value : values) {
+        if (value.name.rfind(section + ".", 0) == 0) {
+            return true;
+        }
+    }
+    return false;
+}
+
+// The lines of each section that only one side has, sections matched by name; with `values`,
+// only those of sections none of whose values changed, numbered.
+std::vector<LineChange> compareLines(const RecordSnapshot& before, const RecordSnapshot& after,
+                                     const std::vector<ValueChange>* values = nullptr) {
     std::vector<std::string> names;
     std::map<std::string, std::vector<std::string>> was;
     std::map<std::string, std::vector<std::string>> is;
@@ -113,13 +125,20 @@ std::vector<LineChange> compareLines(const RecordSnapshot& before, const RecordS
     }
     std::vector<LineChange> changes;
     for (const std::string& name : names) {
+        // The header's counts follow from the other sections, whose lines show the change.
+        if (values != nullptr && (name == "header" || valuesChanged(*values, name))) {
+            continue;
+        }
         const std::vector<std::string>& old = was[name];
         const std::vector<std::string>& now = is[name];
         for (const AlignedPair& step : align(old, now, std::equal_to<>())) {
+            const std::size_t index = step.after ? *step.after : *step.before;
+            const std::optional<int> number =
+                values != nullptr ? std::optional<int>(static_cast<int>(index)) : std::nullopt;
             if (!step.after) {
-                changes.push_back({name, false, old[*step.before]});
+                changes.push_back({name, false, old[*step.before], number});
             } else if (!step.before) {
-                changes.push_back({name, true, now[*step.after]});
+                changes.push_back({name, true, now[*step.after], number});
             }
         }
     }
@@ -130,9 +149,10 @@ RecordChange compareRecord(const RecordSnapshot& before, int beforeNr, const Rec
                            int afterNr) {
     RecordChange change{"changed", beforeNr, afterNr, before.kind, {}, {}};
     compareValues(before.values, after.values, change.values);
-    if (change.values.empty()) {
-        change.lines = compareLines(before, after);
-    }
+    // Lines the library does not read show only in the lines: a record with values shows those
+    // of its sections whose values did not change.
+    const bool hasValues = !before.values.empty() || !after.values.empty();
+    change.lines = compareLines(before, after, hasValues ? &change.values : nullptr);
     return change;
 }
 

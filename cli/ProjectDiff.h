@@ -1,6 +1,7 @@
 // What changed between two projects: values of the environment, globals and drawing; stores
 // added or removed; and within a store the operations inserted, deleted or changed, a changed
-// one by its values (Section.key old -> new) or, where its values tell nothing, by its lines.
+// one by its values (Section.key old -> new) and by the lines of the sections whose values did
+// not change (what the library does not read), or, where it has no values, by its lines.
 #pragma once
 
 #include <optional>
@@ -23,6 +24,9 @@ struct LineChange {
     std::string section;
     bool added = false;
     std::string line;
+    // Its number in the section (in the project before when removed, after when added), given
+    // for a line of an operation or tool whose values did not account for it.
+    std::optional<int> number;
 };
 
 // A record of a store: "inserted" (after only), "deleted" (before only) or "changed".
@@ -53,6 +57,9 @@ struct ProjectChanges {
 };
 
 ProjectChanges compareProjects(const ProjectSnapshot& before, const ProjectSnapshot& after);
+
+// Prints the changes as velk diff does, one line each.
+void printChanges(const ProjectChanges& changes);
 
 // A JSON value as velk prints it: a text as it stands, a number in its shortest exact form, a
 // list as "[a, b]", an object as compact JSON.

@@ -41,7 +41,13 @@ struct ProjectSnapshot {
     nlohmann::ordered_json drawing;
 };
 
+// What record `nr` of the store is, from its header: an operation's kind ("DRILLING"), "tool",
+// or "" for neither.
+std::string recordKind(int store, int nr);
+
 // Loads the project file into the offline host and reads it (throws velkhost::ProjectError).
 ProjectSnapshot readProjectSnapshot(const std::string& path);
+// The project loaded into the offline host, as it stands now.
+ProjectSnapshot snapshotOfLoadedProject();
 
 }  // namespace velk

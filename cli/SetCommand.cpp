@@ -13,6 +13,7 @@
 #include "Commands.h"
 #include "EntryText.h"
 #include "Project.h"
+#include "ProjectEdit.h"
 
 namespace velk {
 
@@ -26,6 +27,7 @@ struct SetOptions {
     int store = 0;
     int op = 0;
     std::vector<std::string> assignments;
+    WriteOptions write;
 };
 
 struct Assignment {
@@ -114,7 +116,7 @@ std::function<void()> prepare(VelkApi::MillDrillOperation& op, const Assignment&
 }
 
 void set(const SetOptions& options) {
-    loadProject(options.project);
+    const ProjectEdit project(options.project, options.write);
     const auto op = readOperation(options.store, options.op);
     std::vector<std::function<void()>> edits;
     for (const std::string& text : options.assignments) {
@@ -123,8 +125,10 @@ void set(const SetOptions& options) {
     for (const auto& edit : edits) {
         edit();
     }
-    writeOperation(*op);
-    saveProject(options.project);
+    project.write(*op);
+    if (!project.save()) {
+        return;
+    }
     std::cout << "store " << options.store << ", operation " << options.op << ": "
               << options.assignments.size()
               << (options.assignments.size() == 1 ? " value set\n" : " values set\n");
@@ -144,6 +148,7 @@ void addSetCommand(CLI::App& app) {
                     "SECTION.KEY=VALUE, e.g. Parameter.w_zdepth=-12.5, Message.0=\"Rough\" or "
                     "Geometry.0000(outer)=POCKET")
         ->required();
+    addWriteOptions(*set, options->write);
     set->callback([options] { velk::set(*options); });
 }
 

@@ -17,6 +17,7 @@
 #include "EntryText.h"
 #include "NewRecords.h"
 #include "Project.h"
+#include "ProjectEdit.h"
 
 namespace velk {
 
@@ -30,6 +31,7 @@ struct ToolsOptions {
     int store = 0;
     bool json = false;
     std::string addFrom;
+    WriteOptions write;
 };
 
 // Every parameter in the order of the tool line table; the holder, which stands twice, once.
@@ -106,7 +108,7 @@ std::pair<int, int> parseOperationAddress(const std::string& text) {
     throw CommandError("'" + text + "' is not STORE:OP, e.g. 1:3");
 }
 
-void addTool(const ToolsOptions& options) {
+void addTool(const ToolsOptions& options, const ProjectEdit& edit) {
     const auto [store, op] = parseOperationAddress(options.addFrom);
     const auto operation = readOperation(store, op);
     const auto* source = dynamic_cast<const MillToolSection*>(operation->getToolSection());
@@ -116,18 +118,20 @@ void addTool(const ToolsOptions& options) {
                            " has turning-driven tools: it carries no tool record");
     }
     const int position = appendTool(options.store, *source, source->getString("$_t_tooldesc"));
-    saveProject(options.project);
+    if (!edit.save()) {
+        return;
+    }
     std::cout << "store " << options.store << ": added tool " << position << " ("
               << source->getString("$_t_tooldesc") << ")\n";
 }
 
 void tools(const ToolsOptions& options) {
-    loadProject(options.project);
+    const ProjectEdit edit(options.project, options.write);
     requireStore(options.store);
     if (options.addFrom.empty()) {
         listTools(options);
     } else {
-        addTool(options);
+        addTool(options, edit);
     }
 }
 
@@ -147,6 +151,7 @@ void addToolsCommand(CLI::App& app) {
                      "Append the tool record of operation OP of store STORE (STORE:OP) as a new "
                      "tool, and save")
         ->excludes("--json");
+    addWriteOptions(*command, options->write);
     command->callback([options] { velk::tools(*options); });
 }
 

@@ -46,11 +46,15 @@ int main(int argc, char** argv) {
     velk::addToolsCommand(app);
     velk::addDiffCommand(app);
     velk::addInitCommand(app);
+    velk::addCheckCommand(app);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& e) {
         return app.exit(e);
     } catch (const velkhost::ProjectError& e) {
+        std::cerr << "velk: " << e.what() << "\n";
+        return 2;
+    } catch (const velk::CommandTrouble& e) {
         std::cerr << "velk: " << e.what() << "\n";
         return 2;
     } catch (const velk::CommandError& e) {

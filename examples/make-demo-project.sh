@@ -128,6 +128,11 @@ action 15 --pre --kind 1 "call 'release_clamp.mac'"
 add STD3DGEO --description "Round the top face" --figure G1
 add RSURFING --description "Ruled surface of the ramp"
 add MILL_5AX --description "Five-axis swarf of the flank"
+# The CAM application numbers the first value line of a five-axis operation from 1: its field 0
+# holds 0 and the values follow from field 1 on. velk writes the parameters one after another
+# from field 0, so the line is put in here as the CAM application holds it (velk check shows
+# what a write through the library would make of it).
+sed -i '/^ *"MILL_5AX",$/{n;s/"[^"]*"/"0 1 2147483647 2147483647 0 202012 3 0.05 5 0 0 1 0 0 3 0 0 1 0 0.001 "/}' "$project"
 add SLOT --description "Slot for the cable"
 set_values 19 Parameter.w_zdepth=-4
 add UEDITOR_MAX --description "Program end block"

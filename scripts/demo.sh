@@ -1,8 +1,10 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds the velk tool and shows it at work on the example project:
 # list the operations of a store and the tools of the tool store, show one operation, set
-# parameters in a copy of the project and show what changed with velk diff; show the operation's
-# expert form and change a copy of the machining-strategy settings file.
+# parameters in a copy of the project and show what changed with velk diff; check what a write
+# through the library would change (the five-axis operation) and see a write that would change
+# more refused; show the operation's expert form and change a copy of the machining-strategy
+# settings file.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/install-deps.sh
@@ -28,6 +30,8 @@ cp "$project" "$copy"
 run set "$copy" --store 1 --op 9 Parameter.w_depth=-25 Parameter.i_coolant=1 \
   "Message.0=Drill the four mounting holes 25 deep"
 run diff "$project" "$copy" || true
+run check "$project" || true
+run set "$copy" --store 1 --op 18 Parameter.i_coolant=1 || true
 
 run expert "$project" --store 1 --op 9
 settings="$(dirname "$copy")/2dhighspeedrough.bin"

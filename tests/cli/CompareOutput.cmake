@@ -7,9 +7,13 @@
 #   EXPECTED             a file the standard output must equal byte for byte
 #   EXPECTED_ERROR       the first line of standard error
 #   EXPECTED_ERRORS      every line of standard error
+#   EXPECTED_STDERR      a file standard error must equal byte for byte
 #   UNCHANGED            a file that must be byte for byte the same afterwards
 #   SAVED / SAVED_EXPECTED      a file the command saved, and a file it must equal byte for byte
 #   SAVED_MASK           a pattern for what may differ between runs (a time), left out of that
+#   SAVED / ORIGINAL / REPLACED_FROM / REPLACED_TO  the file the command saved must be ORIGINAL
+#                        byte for byte, but for the one place where REPLACED_FROM stands, which
+#                        holds REPLACED_TO
 #   CAPTURE_TO           a file VELK captures its session to (VELKAPI_CAPTURE)
 #   AGAIN_ARGS / AGAIN_EXPECTED arguments of a second run, and a file its output must equal
 #   SHOW_ARGS            arguments of a later `velk show ... --json` whose output
@@ -65,6 +69,9 @@ if(DEFINED EXPECTED_ERROR)
     message(FATAL_ERROR "error line '${first_line}', expected '${EXPECTED_ERROR}'")
   endif()
 endif()
+if(DEFINED EXPECTED_STDERR)
+  expect_content("standard error" "${err}" ${EXPECTED_STDERR})
+endif()
 if(DEFINED EXPECTED_ERRORS)
   string(REGEX REPLACE "\n$" "" errors "${err}")
   string(REPLACE "\n" ";" errors "${errors}")
@@ -72,7 +79,20 @@ if(DEFINED EXPECTED_ERRORS)
     message(FATAL_ERROR "standard error\n${err}\nexpected\n${EXPECTED_ERRORS}")
   endif()
 endif()
-if(DEFINED SAVED)
+if(DEFINED ORIGINAL)
+  file(READ ${SAVED} saved)
+  file(READ ${ORIGINAL} original)
+  string(FIND "${original}" "${REPLACED_FROM}" first)
+  string(FIND "${original}" "${REPLACED_FROM}" last REVERSE)
+  if(first EQUAL -1 OR NOT first EQUAL last)
+    message(FATAL_ERROR "'${REPLACED_FROM}' does not stand exactly once in ${ORIGINAL}")
+  endif()
+  string(REPLACE "${REPLACED_FROM}" "${REPLACED_TO}" expected_saved "${original}")
+  if(NOT saved STREQUAL expected_saved)
+    message(FATAL_ERROR "${SAVED} is not ${ORIGINAL} with '${REPLACED_FROM}' replaced by "
+                        "'${REPLACED_TO}' alone:\n${saved}")
+  endif()
+elseif(DEFINED SAVED)
   file(READ ${SAVED} saved)
   if(DEFINED SAVED_MASK)
     file(READ ${SAVED_EXPECTED} expected_saved)
