@@ -35,7 +35,10 @@
 ///   different.
 ///
 /// What it cannot see: a write the host cuts short (the host decides that while writing), and
-/// changes a caller makes to the host's global variables.
+/// changes a caller makes to the host's global variables. The parameter section is composed
+/// with the figure counters the operation holds; writeToVDM writes the geometry first and sets
+/// the counters from the objects it wrote, so after a change of the roles of the geometry's
+/// objects, preview again once the geometry is written.
 #pragma once
 
 #include <string>
