@@ -53,6 +53,31 @@ std::string recordTitle(int store, const RecordChange& record) {
     return record.kind.empty() ? title : title + " (" + record.kind + ")";
 }
 
+void printText(const ProjectChanges& changes) {
+    printValues(changes.environment, "");
+    printValues(changes.globals, "");
+    printValues(changes.drawing, "");
+    for (const StoreChange& store : changes.stores) {
+        if (store.change != "changed") {
+            std::cout << "store " << store.store << ": " << store.change << "\n";
+        }
+        for (const RecordChange& record : store.records) {
+            if (record.change != "changed") {
+                std::cout << recordTitle(store.store, record) << ": " << record.change << "\n";
+                continue;
+            }
+            std::cout << recordTitle(store.store, record) << ":\n";
+            printValues(record.values, "  ");
+            for (const LineChange& line : record.lines) {
+                const std::string number =
+                    line.number ? " line " + std::to_string(*line.number) : "";
+                std::cout << "  " << line.section << number << ": " << (line.added ? "+ " : "- ")
+                          << line.line << "\n";
+            }
+        }
+    }
+}
+
 Json valuesJson(const std::vector<ValueChange>& changes) {
     Json values = Json::array();
     for (const ValueChange& change : changes) {
@@ -115,7 +140,7 @@ void diff(const DiffOptions& options) {
     if (options.json) {
         printJson(changes);
     } else {
-        printChanges(changes);
+        printText(changes);
     }
     if (!changes.empty()) {
         throw CLI::RuntimeError(1);  // different: diff's exit status, with nothing more to say
@@ -125,28 +150,7 @@ void diff(const DiffOptions& options) {
 }  // namespace
 
 void printChanges(const ProjectChanges& changes) {
-    printValues(changes.environment, "");
-    printValues(changes.globals, "");
-    printValues(changes.drawing, "");
-    for (const StoreChange& store : changes.stores) {
-        if (store.change != "changed") {
-            std::cout << "store " << store.store << ": " << store.change << "\n";
-        }
-        for (const RecordChange& record : store.records) {
-            if (record.change != "changed") {
-                std::cout << recordTitle(store.store, record) << ": " << record.change << "\n";
-                continue;
-            }
-            std::cout << recordTitle(store.store, record) << ":\n";
-            printValues(record.values, "  ");
-            for (const LineChange& line : record.lines) {
-                const std::string number =
-                    line.number ? " line " + std::to_string(*line.number) : "";
-                std::cout << "  " << line.section << number << ": " << (line.added ? "+ " : "- ")
-                          << line.line << "\n";
-            }
-        }
-    }
+    printText(changes);
 }
 
 void addDiffCommand(CLI::App& app) {

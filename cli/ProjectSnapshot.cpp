@@ -63,6 +63,35 @@ void readLines(VelkApi::MillTurnVdm& vdm, int nr, RecordSnapshot& record) {
     }
 }
 
+bool isToolRecord(int store, int nr) {
+    if (nr == 0) {
+        return false;
+    }
+    VelkApi::MillTurnVdm vdm(store);
+    if (!vdm.Create()) {
+        return false;
+    }
+    const bool tool = vdm.LoadOperation(nr) && vdm.getOperationType() == kToolRecordType &&
+                      vdm.getSectionCount() == kToolSectionCount &&
+                      vdm.getSectionLineCount(kToolDataSection) == VelkApi::ToolSection::LINESCOUNT;
+    vdm.Close();
+    return tool;
+}
+
+}  // namespace
+
+// A tool record is told apart first: reading it as an operation would look for sections it does
+// not have.
+std::string recordKind(int store, int nr) {
+    if (isToolRecord(store, nr)) {
+        return "tool";
+    }
+    const auto kind = VelkApi::MillDrillOperation::GetOperationType(store, nr);
+    return kind != MillDrillOperationType::REDRAW ? kindName(kind) : "";
+}
+
+namespace {
+
 void readValues(int store, int nr, RecordSnapshot& record) {
     if (record.kind == "tool") {
         VelkApi::ToolOperation tool(store, nr);
@@ -101,32 +130,7 @@ nlohmann::ordered_json part(const nlohmann::ordered_json& project, const char* n
     return project.contains(name) ? project[name] : nlohmann::ordered_json::object();
 }
 
-bool isToolRecord(int store, int nr) {
-    if (nr == 0) {
-        return false;
-    }
-    VelkApi::MillTurnVdm vdm(store);
-    if (!vdm.Create()) {
-        return false;
-    }
-    const bool tool = vdm.LoadOperation(nr) && vdm.getOperationType() == kToolRecordType &&
-                      vdm.getSectionCount() == kToolSectionCount &&
-                      vdm.getSectionLineCount(kToolDataSection) == VelkApi::ToolSection::LINESCOUNT;
-    vdm.Close();
-    return tool;
-}
-
 }  // namespace
-
-// A tool record is told apart first: reading it as an operation would look for sections it does
-// not have.
-std::string recordKind(int store, int nr) {
-    if (isToolRecord(store, nr)) {
-        return "tool";
-    }
-    const auto kind = VelkApi::MillDrillOperation::GetOperationType(store, nr);
-    return kind != MillDrillOperationType::REDRAW ? kindName(kind) : "";
-}
 
 ProjectSnapshot readProjectSnapshot(const std::string& path) {
     loadProject(path);
