@@ -103,7 +103,8 @@ class VELKAPI_EXPORT WritePreview {
     /// record). The operation must have been read (readFromVDM); it may have been edited since.
     /// A new operation (mode 1) holds nothing in the store yet: every section it writes is
     /// AsSet. Nothing for an operation of kind 10 or 42, or outside a store. Reads the record
-    /// through the host; writes nothing and leaves the operation's values as they are.
+    /// through the host; writes nothing and leaves the operation's values as they are. A failure
+    /// is logged as "Error in WritePreview::sections()" and gives no sections.
     static std::vector<SectionWrite> sections(OperationBase& op);
 
     /// True when no section's outcome is BeyondSet.

@@ -14,6 +14,7 @@
 #include <functional>
 #include <memory>
 
+#include "host/ErrorBoundary.h"
 #include "host/StoreSession.h"
 #include "model/SectionEntries.h"
 #include "model/TextHelpers.h"
@@ -317,20 +318,22 @@ SectionWrite previewSection(OperationBase& op, OperationBase* fresh, const Slot&
 }  // namespace
 
 std::vector<SectionWrite> WritePreview::sections(OperationBase& op) {
-    std::vector<SectionWrite> previews;
-    if (!previewable(op)) {
-        return previews;
-    }
-    const bool tool = dynamic_cast<const ToolOperation*>(&op) != nullptr;
-    const std::unique_ptr<OperationBase> fresh = op.isNew() ? nullptr : readAgain(op);
-    for (const Slot& slot : kSlots) {
-        const SectionDictionary* section = op.getSection(slot.type, slot.n);
-        if (section == nullptr || (tool && slot.type != SectionType::ToolData)) {
-            continue;
+    return detail::guarded<std::vector<SectionWrite>>({}, "Error in WritePreview::sections()", [&] {
+        std::vector<SectionWrite> previews;
+        if (!previewable(op)) {
+            return previews;
         }
-        previews.push_back(previewSection(op, fresh.get(), slot, *section));
-    }
-    return previews;
+        const bool tool = dynamic_cast<const ToolOperation*>(&op) != nullptr;
+        const std::unique_ptr<OperationBase> fresh = op.isNew() ? nullptr : readAgain(op);
+        for (const Slot& slot : kSlots) {
+            const SectionDictionary* section = op.getSection(slot.type, slot.n);
+            if (section == nullptr || (tool && slot.type != SectionType::ToolData)) {
+                continue;
+            }
+            previews.push_back(previewSection(op, fresh.get(), slot, *section));
+        }
+        return previews;
+    });
 }
 
 bool WritePreview::keepsEverything(const std::vector<SectionWrite>& sections) {
