@@ -342,6 +342,45 @@ TEST_F(ProjectFileTest, StoresMustBeListsOfRecordsOfTextLines) {
               "demo.json: /stores/100/0/2: expected a text line");
 }
 
+// The path of the 101st list or object of a file, when the 3rd one is at `start` and each
+// holds the next as its first value.
+std::string tooDeepPath(const std::string& start) {
+    std::string path = start;
+    for (int depth = 4; depth <= 101; ++depth) {
+        path += "/0";
+    }
+    return path;
+}
+
+std::string nestedLists(std::size_t depth) {
+    return std::string(depth, '[') + std::string(depth, ']');
+}
+
+TEST_F(ProjectFileTest, NestingDeeperThanAHundredIsRefusedWithItsPath) {
+    const std::string expected = "demo.json: " + tooDeepPath("/globals/deep") +
+                                 ": expected at most 100 lists and objects nested in each other";
+    EXPECT_EQ(loadError(R"({"globals": {"deep": )" + nestedLists(98) + "}}"),
+              "demo.json: /globals/deep/0: expected a number");
+    EXPECT_EQ(loadError(R"({"globals": {"deep": )" + nestedLists(99) + "}}"), expected);
+    EXPECT_EQ(loadError(R"({"globals": {"deep": )" + nestedLists(60000) + "}}"), expected);
+    EXPECT_EQ(loadError(R"({"environment": {"e": [1, )" + nestedLists(200000) + "]}}"),
+              "demo.json: " + tooDeepPath("/environment/e").replace(14, 2, "/1") +
+                  ": expected at most 100 lists and objects nested in each other");
+}
+
+TEST_F(ProjectFileTest, DeepNestingInAFileIsRefusedWithoutReadingFurther) {
+    const fs::path path =
+        writeFile("deep.json", R"({"globals": {"deep": )" + nestedLists(1000000) + "}}");
+    try {
+        host.loadProject(path.string());
+        ADD_FAILURE() << "loaded";
+    } catch (const ProjectError& error) {
+        EXPECT_EQ(std::string(error.what()),
+                  path.string() + ": " + tooDeepPath("/globals/deep") +
+                      ": expected at most 100 lists and objects nested in each other");
+    }
+}
+
 TEST_F(ProjectFileTest, StoreKeysMustBePlainStoreNumbers) {
     for (const std::string key : {"abc", "", "010", "+1", "1.5", " 1", "2147483648"}) {
         EXPECT_EQ(loadError(R"({"stores": {")" + key + R"(": []}})"),

@@ -27,6 +27,8 @@
 // the byte 0x80, and every byte 1..255 is read and written back unchanged. A character that no
 // byte stands for is an error. Plain ASCII is the same in both.
 //
+// Lists and objects nest at most 100 deep; the first one deeper stops the reading with its path.
+//
 // A capture of a session in the host application adds what it was taken from:
 //   "capture": {"taken": "2026-11-23T14:05:00Z", "library": "0.1.0",
 //               "missingExports": ["VelkGetNonCadObject"]}
@@ -48,6 +50,7 @@
 #include <variant>
 #include <vector>
 
+#include "JsonPathTracker.h"
 #include "Project.h"
 #include "host/WindowsCodePage.h"
 
@@ -192,6 +195,10 @@ class ProjectReader {
         return std::move(project_);
     }
 
+    // Lists and objects nested deeper than this are refused: nothing in a project needs more
+    // than five levels, and a deeper document only costs memory and stack.
+    static constexpr std::size_t kMaxNesting = 100;
+
     // The parser's events.
     bool null() { return scalar(Json(nullptr)); }
     bool boolean(bool value) { return scalar(Json(value)); }
@@ -202,6 +209,7 @@ class ProjectReader {
     }
     bool binary(Json::binary_t& value) { return scalar(Json(value)); }
     bool string(std::string& text) {
+        path_.scalar();
         return checked([&] {
             if (level_ == Level::Lines && section_.empty()) {
                 addLine(text);
@@ -211,6 +219,9 @@ class ProjectReader {
         });
     }
     bool start_object(std::size_t) {
+        if (!opened(false)) {
+            return false;
+        }
         return checked([&] {
             if (level_ == Level::Root && section_.empty()) {
                 level_ = Level::Sections;
@@ -223,6 +234,9 @@ class ProjectReader {
         });
     }
     bool start_array(std::size_t) {
+        if (!opened(true)) {
+            return false;
+        }
         return checked([&] {
             if (level_ == Level::Stores && section_.empty()) {
                 level_ = Level::Records;
@@ -235,6 +249,7 @@ class ProjectReader {
         });
     }
     bool key(std::string& name) {
+        path_.key(name);
         return checked([&] {
             if (!section_.empty()) {
                 builder_.key(name);
@@ -248,6 +263,7 @@ class ProjectReader {
         });
     }
     bool end_object() {
+        path_.close();
         return checked([&] {
             if (!section_.empty()) {
                 closeContainer();
@@ -257,6 +273,7 @@ class ProjectReader {
         });
     }
     bool end_array() {
+        path_.close();
         return checked([&] {
             if (!section_.empty()) {
                 closeContainer();
@@ -289,6 +306,19 @@ class ProjectReader {
         return true;
     }
 
+    // Stops the reading at a list or object nested too deep.
+    bool opened(bool isList) {
+        path_.open(isList);
+        if (path_.depth() <= kMaxNesting) {
+            return true;
+        }
+        checked([&] {
+            fail(path_.path(), "at most " + std::to_string(kMaxNesting) +
+                                   " lists and objects nested in each other");
+        });
+        return false;
+    }
+
     void beginSection(const std::string& name) {
         static const std::array<const char*, 5> kSections = {"environment", "globals", "stores",
                                                              "cad", "capture"};
@@ -302,6 +332,7 @@ class ProjectReader {
     }
 
     bool scalar(Json value) {
+        path_.scalar();
         return checked([&] { addValue(std::move(value)); });
     }
 
@@ -666,6 +697,7 @@ class ProjectReader {
     std::string storeKey_;
     Records* records_ = nullptr;  // the records of the store being read
     std::optional<ProjectError> mismatch_;
+    JsonPathTracker path_;
 };
 
 }  // namespace
