@@ -6,10 +6,12 @@
 #include <algorithm>
 #include <iostream>
 #include <memory>
+#include <optional>
 
 #include "Commands.h"
 #include "EntryText.h"
 #include "Project.h"
+#include "ProjectLock.h"
 
 namespace velk {
 
@@ -120,6 +122,10 @@ void clear(const ActionsOptions& options, VelkApi::MillDrillOperation& op) {
 }
 
 void actions(const ActionsOptions& options) {
+    std::optional<ProjectLock> lock;
+    if (options.add->parsed() || options.clear->parsed()) {
+        lock.emplace(options.project);
+    }
     loadProject(options.project);
     const auto op = readOperation(options.store, options.op);
     if (options.add->parsed()) {

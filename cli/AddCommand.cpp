@@ -10,6 +10,7 @@
 #include "Commands.h"
 #include "NewRecords.h"
 #include "Project.h"
+#include "ProjectLock.h"
 
 namespace velk {
 
@@ -31,6 +32,7 @@ struct AddOptions {
 };
 
 void add(const AddOptions& options) {
+    const ProjectLock lock(options.project);
     loadProject(options.project);
     requireStore(options.store);
     const MillDrillOperationType kind = parseKind(options.kind);

@@ -13,6 +13,7 @@
 #include "Commands.h"
 #include "EntryText.h"
 #include "Project.h"
+#include "ProjectLock.h"
 
 namespace velk {
 
@@ -114,6 +115,7 @@ std::function<void()> prepare(VelkApi::MillDrillOperation& op, const Assignment&
 }
 
 void set(const SetOptions& options) {
+    const ProjectLock lock(options.project);
     loadProject(options.project);
     const auto op = readOperation(options.store, options.op);
     std::vector<std::function<void()>> edits;

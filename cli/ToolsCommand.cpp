@@ -12,11 +12,13 @@
 #include <iomanip>
 #include <iostream>
 #include <memory>
+#include <optional>
 
 #include "Commands.h"
 #include "EntryText.h"
 #include "NewRecords.h"
 #include "Project.h"
+#include "ProjectLock.h"
 
 namespace velk {
 
@@ -122,6 +124,10 @@ void addTool(const ToolsOptions& options) {
 }
 
 void tools(const ToolsOptions& options) {
+    std::optional<ProjectLock> lock;
+    if (!options.addFrom.empty()) {
+        lock.emplace(options.project);
+    }
     loadProject(options.project);
     requireStore(options.store);
     if (options.addFrom.empty()) {
