@@ -158,7 +158,8 @@ void addActionsCommand(CLI::App& app) {
     options->add = actions->add_subcommand("add", "Add an action to the --pre or --post list");
     options->add->add_option("TEXT", options->command, "The action's command")->required();
     options->add->add_option("--kind", options->kind, "The host's kind of action")
-        ->capture_default_str();
+        ->capture_default_str()
+        ->transform(wholeDecimalNumber());
     options->add->fallthrough();
 
     options->clear = actions->add_subcommand("clear", "Remove every action of the --pre or --post list");

@@ -68,7 +68,8 @@ void addAddCommand(CLI::App& app) {
     addCommand->add_option("--kind", options->kind, "Kind: POCKET, DRILLING, PROFILE, ...")
         ->required();
     addCommand->add_option("--at", options->at,
-                           "Operation number the new one takes (default: after the last)");
+                           "Operation number the new one takes (default: after the last)")
+        ->transform(wholeDecimalNumber());
     addCommand->add_option("--description", options->description,
                            "First line of the operation's message section");
     addCommand->add_option("--figure", options->figures,

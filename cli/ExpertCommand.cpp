@@ -84,7 +84,8 @@ void addExpertCommand(CLI::App& app) {
     addStoreOption(*expert, options->store);
     expert->add_option("--op", options->op,
                        "Operation number in the store (from 0); every machining operation of the "
-                       "store when left out");
+                       "store when left out")
+        ->transform(wholeDecimalNumber());
     expert->add_flag("--lines", options->lines,
                      "Print the expert form's text lines: the kind's name, then the values by "
                      "number, each followed by a blank");

@@ -157,6 +157,10 @@ std::optional<int> parseWholeNumber(const std::string& text) {
 }
 
 std::optional<double> parseNumber(const std::string& text) {
+    // Decimal only: no blanks, no hexadecimal ("0x1p3"), no "inf" or "nan".
+    if (text.find_first_not_of("0123456789+-.,eE") != std::string::npos) {
+        return std::nullopt;
+    }
     std::string number = text;
     for (char& c : number) {
         c = c == ',' ? '.' : c;

@@ -55,7 +55,8 @@ void printEntries(const VelkApi::SectionDictionary& section, ValuePrinter printV
 
 // The whole text as a whole number (decimal), or none.
 std::optional<int> parseWholeNumber(const std::string& text);
-// The whole text as a number, "," accepted as the decimal point, or none.
+// The whole text as a decimal number, "," accepted as the decimal point, or none (also for
+// "inf", "nan" and hexadecimal forms).
 std::optional<double> parseNumber(const std::string& text);
 
 // Message boxes the library showed since the last call, as "caption: text" lines.

@@ -94,16 +94,12 @@ void listTools(const ToolsOptions& options) {
 // "STORE:OP" as the two numbers.
 std::pair<int, int> parseOperationAddress(const std::string& text) {
     const std::size_t colon = text.find(':');
-    std::size_t storeEnd = 0;
-    std::size_t opEnd = 0;
-    try {
-        const int store = std::stoi(text.substr(0, colon), &storeEnd);
-        const int op = std::stoi(text.substr(colon + 1), &opEnd);
-        if (colon != std::string::npos && storeEnd == colon && opEnd == text.size() - colon - 1) {
-            return {store, op};
+    if (colon != std::string::npos) {
+        const std::optional<int> store = parseWholeNumber(text.substr(0, colon));
+        const std::optional<int> op = parseWholeNumber(text.substr(colon + 1));
+        if (store && op) {
+            return {*store, *op};
         }
-    } catch (const std::logic_error&) {
-        // reported below
     }
     throw CommandError("'" + text + "' is not STORE:OP, e.g. 1:3");
 }
