@@ -10,6 +10,7 @@
 #include "Commands.h"
 #include "NewRecords.h"
 #include "Project.h"
+#include "StoreKind.h"
 #include "ProjectLock.h"
 
 namespace velk {
@@ -35,6 +36,8 @@ void add(const AddOptions& options) {
     const ProjectLock lock(options.project);
     loadProject(options.project);
     requireStore(options.store);
+    refuseToolStore(options.store,
+                    "add a tool with velk tools PROJECT --store {store} --add-from STORE:OP");
     const MillDrillOperationType kind = parseKind(options.kind);
     const int count =
         static_cast<int>(velkhost::OfflineHost::instance().records(options.store).size());

@@ -13,6 +13,7 @@
 #include "EntryText.h"
 #include "Progress.h"
 #include "Project.h"
+#include "StoreKind.h"
 
 namespace velk {
 
@@ -64,6 +65,8 @@ void printExpertForm(const ExpertOptions& options, int nr) {
 
 void printExpert(const ExpertOptions& options) {
     loadProject(options.project);
+    requireStore(options.store);
+    refuseToolStore(options.store, "list its tools with velk tools PROJECT --store {store}");
     const std::vector<int> chosen = chosenOperations(options);
     Progress progress("operations", chosen.size());
     for (const int nr : chosen) {

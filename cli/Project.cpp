@@ -1,4 +1,5 @@
 #include "Project.h"
+#include "StoreKind.h"
 
 #include <velkhost/OfflineHost.h>
 
@@ -53,6 +54,7 @@ void requireOperation(int store, int op) {
 
 std::unique_ptr<VelkApi::MillDrillOperation> readOperation(int store, int op) {
     requireOperation(store, op);
+    refuseToolStore(store, "see its tools with velk tools PROJECT --store {store} --json");
     auto operation = std::make_unique<VelkApi::MillDrillOperation>(store, op);
     if (operation->getOperationType() == MillDrillOperationType::REDRAW) {
         throw CommandError("operation " + std::to_string(op) + " of store " +

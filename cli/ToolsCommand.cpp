@@ -18,6 +18,7 @@
 #include "EntryText.h"
 #include "NewRecords.h"
 #include "Project.h"
+#include "StoreKind.h"
 #include "ProjectLock.h"
 
 namespace velk {
@@ -81,6 +82,7 @@ void printJson(const ToolsOptions& options, const VelkApi::ToolList& list) {
 }
 
 void listTools(const ToolsOptions& options) {
+    refuseOperationStore(options.store);
     VelkApi::ToolList list(options.store);
     list.readFromVDM();
     if (options.json) {
@@ -113,6 +115,7 @@ void addTool(const ToolsOptions& options) {
                            std::to_string(store) +
                            " has turning-driven tools: it carries no tool record");
     }
+    refuseOperationStore(options.store);
     const int position = appendTool(options.store, *source, source->getString("$_t_tooldesc"));
     saveProject(options.project);
     std::cout << "store " << options.store << ": added tool " << position << " ("
