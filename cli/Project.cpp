@@ -1,8 +1,8 @@
 #include "Project.h"
-#include "StoreKind.h"
 
 #include <velkhost/OfflineHost.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <charconv>
 #include <cstdlib>
@@ -12,6 +12,7 @@
 
 #include "EntryText.h"
 #include "Progress.h"
+#include "StoreKind.h"
 
 namespace velk {
 
@@ -178,11 +179,22 @@ std::optional<double> parseNumber(const std::string& text) {
 
 std::vector<std::string> takeMessageBoxes() {
     auto& host = velkhost::OfflineHost::instance();
-    std::vector<std::string> lines;
+    std::vector<std::pair<std::string, int>> counted;
     for (const auto& box : host.messageBoxes()) {
-        lines.push_back(box.caption + ": " + box.text);
+        const std::string line = box.caption + ": " + box.text;
+        const auto same = std::find_if(counted.begin(), counted.end(),
+                                       [&line](const auto& seen) { return seen.first == line; });
+        if (same == counted.end()) {
+            counted.emplace_back(line, 1);
+        } else {
+            ++same->second;
+        }
     }
     host.clearMessageBoxes();
+    std::vector<std::string> lines;
+    for (const auto& [line, count] : counted) {
+        lines.push_back(count == 1 ? line : line + " (" + std::to_string(count) + " times)");
+    }
     return lines;
 }
 
@@ -190,10 +202,22 @@ std::vector<std::string> takeMessageBoxes() {
 
 namespace velk {
 
+namespace {
+
+bool hostMessagesShown = false;
+
+}  // namespace
+
 void reportHostMessages() {
     for (const std::string& box : takeMessageBoxes()) {
         std::cerr << "velk: host message: " << box << "\n";
+        hostMessagesShown = true;
     }
+}
+
+bool hostReportedErrors() {
+    reportHostMessages();
+    return hostMessagesShown;
 }
 
 void writeOperation(VelkApi::MillDrillOperation& op) {
@@ -201,7 +225,10 @@ void writeOperation(VelkApi::MillDrillOperation& op) {
 }
 
 void writeToHost(const std::function<void()>& write) {
-    reportHostMessages();
+    if (const auto boxes = takeMessageBoxes(); !boxes.empty()) {
+        throw CommandError("the host reported an error reading the operation (" + boxes.front() +
+                           "): nothing is written, the project file is unchanged");
+    }
     write();
     if (const auto boxes = takeMessageBoxes(); !boxes.empty()) {
         throw CommandError("the host refused the write (" + boxes.front() +
