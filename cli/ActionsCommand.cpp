@@ -12,6 +12,7 @@
 #include "EntryText.h"
 #include "Project.h"
 #include "ProjectLock.h"
+#include "RecordChecks.h"
 
 namespace velk {
 
@@ -127,6 +128,9 @@ void actions(const ActionsOptions& options) {
         lock.emplace(options.project);
     }
     loadProject(options.project);
+    if (lock) {
+        refuseDamagedOperation(options.store, options.op);
+    }
     const auto op = readOperation(options.store, options.op);
     if (options.add->parsed()) {
         add(options, *op);

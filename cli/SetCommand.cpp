@@ -14,6 +14,7 @@
 #include "EntryText.h"
 #include "Project.h"
 #include "ProjectLock.h"
+#include "RecordChecks.h"
 
 namespace velk {
 
@@ -117,6 +118,7 @@ std::function<void()> prepare(VelkApi::MillDrillOperation& op, const Assignment&
 void set(const SetOptions& options) {
     const ProjectLock lock(options.project);
     loadProject(options.project);
+    refuseDamagedOperation(options.store, options.op);
     const auto op = readOperation(options.store, options.op);
     std::vector<std::function<void()>> edits;
     for (const std::string& text : options.assignments) {
