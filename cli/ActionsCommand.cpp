@@ -13,6 +13,7 @@
 #include "Project.h"
 #include "ProjectLock.h"
 #include "RecordChecks.h"
+#include "TypedValueChecks.h"
 
 namespace velk {
 
@@ -99,6 +100,7 @@ void add(const ActionsOptions& options, VelkApi::MillDrillOperation& op) {
     if (options.command.empty() || options.command.find_first_of("\r\n") != std::string::npos) {
         throw CommandError("an action is a command of one line, not empty");
     }
+    checkTypedText("the action's command", options.command);
     ActionSection& section = actionList(op, after);
     const std::vector<int> numbers = numbersOf(section);
     const int number = numbers.empty() ? kFirstActionNumber : numbers.back() + 1;

@@ -12,6 +12,7 @@
 #include "Project.h"
 #include "StoreKind.h"
 #include "ProjectLock.h"
+#include "TypedValueChecks.h"
 
 namespace velk {
 
@@ -39,6 +40,7 @@ void add(const AddOptions& options) {
     refuseToolStore(options.store,
                     "add a tool with velk tools PROJECT --store {store} --add-from STORE:OP");
     const MillDrillOperationType kind = parseKind(options.kind);
+    checkTypedText("--description", options.description);
     const int count =
         static_cast<int>(velkhost::OfflineHost::instance().records(options.store).size());
     const int at = options.at < 0 ? count : options.at;

@@ -14,6 +14,7 @@
 #include "EntryText.h"
 #include "Project.h"
 #include "ProjectLock.h"
+#include "TypedValueChecks.h"
 #include "RecordChecks.h"
 
 namespace velk {
@@ -28,6 +29,7 @@ struct SetOptions {
     int store = 0;
     int op = 0;
     std::vector<std::string> assignments;
+    bool allowLoss = false;
 };
 
 struct Assignment {
@@ -82,7 +84,8 @@ VelkApi::VelkObject parseObject(const SectionDictionary& section, const Assignme
 }
 
 // Checks the assignment against the operation and returns the edit that applies it.
-std::function<void()> prepare(VelkApi::MillDrillOperation& op, const Assignment& a) {
+std::function<void()> prepare(VelkApi::MillDrillOperation& op, const Assignment& a,
+                              bool allowLoss) {
     if (a.section == "Header") {
         throw CommandError("the Header section is read-only: it follows from the other sections");
     }
@@ -102,16 +105,38 @@ std::function<void()> prepare(VelkApi::MillDrillOperation& op, const Assignment&
     switch (type) {
         case ValueDataType::Int:
             return [&section, a, v = parseInt(a)] { section.setInt(a.key, v); };
-        case ValueDataType::Double:
-            return [&section, a, v = parseDouble(a)] { section.setDouble(a.key, v); };
+        case ValueDataType::Double: {
+            const double v = parseDouble(a);
+            checkTypedDouble(a.section + "." + a.key, a.value, v, allowLoss);
+            return [&section, a, v] { section.setDouble(a.key, v); };
+        }
         case ValueDataType::Bool:
             return [&section, a, v = parseBool(a)] { section.setBool(a.key, v); };
         case ValueDataType::String:
+            checkTypedText(a.section + "." + a.key, a.value);
             return [&section, a] { section.setString(a.key, a.value); };
         case ValueDataType::VelkObject:
             return [&section, a, v = parseObject(section, a)] { section.setValue(a.key, &v); };
         default:
             throw CommandError(a.section + "." + a.key + " cannot be set from the command line");
+    }
+}
+
+// Every value set reads back from the written record as it was set (a double rounded to six
+// digits only with --allow-loss); the project is saved only then. A geometry entry is named by
+// the object it points at, so its key changes with the value: velk checks its text beforehand.
+void requireReadBack(const VelkApi::MillDrillOperation& edited,
+                     const std::vector<Assignment>& assignments, const SetOptions& options) {
+    const auto written = readOperation(options.store, options.op);
+    for (const Assignment& a : assignments) {
+        const SectionDictionary& before = requireSection(edited, a.section);
+        const ValueDataType type = before.dataTypeOf(a.key);
+        if (type == ValueDataType::VelkObject ||
+            (options.allowLoss && type == ValueDataType::Double)) {
+            continue;
+        }
+        checkReadBack(a.section + "." + a.key, a.value, shownValue(before, a.key),
+                      shownValue(requireSection(*written, a.section), a.key));
     }
 }
 
@@ -121,13 +146,16 @@ void set(const SetOptions& options) {
     refuseDamagedOperation(options.store, options.op);
     const auto op = readOperation(options.store, options.op);
     std::vector<std::function<void()>> edits;
+    std::vector<Assignment> assignments;
     for (const std::string& text : options.assignments) {
-        edits.push_back(prepare(*op, parseAssignment(text)));
+        assignments.push_back(parseAssignment(text));
+        edits.push_back(prepare(*op, assignments.back(), options.allowLoss));
     }
     for (const auto& edit : edits) {
         edit();
     }
     writeOperation(*op);
+    requireReadBack(*op, assignments, options);
     saveProject(options.project);
     std::cout << "store " << options.store << ", operation " << options.op << ": "
               << options.assignments.size()
@@ -148,6 +176,9 @@ void addSetCommand(CLI::App& app) {
                     "SECTION.KEY=VALUE, e.g. Parameter.w_zdepth=-12.5, Message.0=\"Rough\" or "
                     "Geometry.0000(outer)=POCKET")
         ->required();
+    set->add_flag("--allow-loss", options->allowLoss,
+                  "Store a double with more than six significant digits rounded to six, as the "
+                  "record keeps it");
     set->callback([options] { velk::set(*options); });
 }
 
