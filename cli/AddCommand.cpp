@@ -4,6 +4,7 @@
 #include <velkapi/MillDrillOperation.h>
 #include <velkhost/OfflineHost.h>
 
+#include <algorithm>
 #include <iostream>
 #include <memory>
 
@@ -44,15 +45,16 @@ void add(const AddOptions& options) {
     const int count =
         static_cast<int>(velkhost::OfflineHost::instance().records(options.store).size());
     const int at = options.at < 0 ? count : options.at;
+    const std::string range = std::to_string(kFirstMachiningOperation) + ".." +
+                              std::to_string(std::max(count, kFirstMachiningOperation));
     if (at < kFirstMachiningOperation) {
         throw CommandError(
-            "operations 0 to 2 of a store are not machining operations: --at must "
-            "be 3 or more");
+            "operations 0 to 2 of a store are not machining operations: --at must lie in " +
+            range);
     }
     if (at > count) {
         throw CommandError("store " + std::to_string(options.store) + " has " +
-                           std::to_string(count) + " operations: --at must lie in 0.." +
-                           std::to_string(count));
+                           std::to_string(count) + " operations: --at must lie in " + range);
     }
     const auto op = makeOperation(options.store, at,
                                   {kind, options.description, options.figures, options.islands});

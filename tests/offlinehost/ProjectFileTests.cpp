@@ -327,6 +327,27 @@ TEST_F(ProjectFileTest, IntegersMustFitAnInt) {
     EXPECT_EQ(host.global("n_x"), GlobalValue(std::vector<int>{2147483647, -2147483647 - 1}));
 }
 
+TEST_F(ProjectFileTest, AnIntegerBeyondSixtyFourBitsIsRefusedLikeAnyTooLargeInteger) {
+    EXPECT_EQ(loadError(R"({"globals": {"n_x": 1000000000000000000000000000000}})"),
+              "demo.json: /globals/n_x: expected an integer between -2147483648 and 2147483647");
+    EXPECT_EQ(loadError(R"({"globals": {"n_x": [1, -1000000000000000000000000000000]}})"),
+              "demo.json: /globals/n_x/1: expected an integer between -2147483648 and "
+              "2147483647");
+    host.loadProjectText(R"({"globals": {"w_x": 1e30}})", "demo.json");
+    EXPECT_EQ(host.global("w_x"), GlobalValue(1e30));
+}
+
+TEST_F(ProjectFileTest, ARepeatedKeyIsRefused) {
+    EXPECT_EQ(loadError(R"({"globals": {"n_x": 1, "n_y": 2, "n_x": 3}})"),
+              "demo.json: /globals/n_x: expected a key not used before in its object");
+    EXPECT_EQ(loadError(R"({"stores": {"1": []}, "stores": {}})"),
+              "demo.json: /stores: expected a key not used before in its object");
+    EXPECT_EQ(loadError(R"({"stores": {"1": [], "1": []}})"),
+              "demo.json: /stores/1: expected a key not used before in its object");
+    EXPECT_EQ(loadError(R"({"environment": {"A": "1", "A": "2"}})"),
+              "demo.json: /environment/A: expected a key not used before in its object");
+}
+
 TEST_F(ProjectFileTest, PathsEscapeSpecialCharactersOfKeys) {
     EXPECT_EQ(loadError(R"({"globals": {"a/b~c": true}})"),
               "demo.json: /globals/a~1b~0c: expected a number, a text or a list of numbers");
@@ -543,18 +564,6 @@ TEST_F(ProjectFileTest, BadSyntaxAfterAMismatchIsReportedAsBadSyntax) {
     const std::string message = loadError("{\"colour\": 1,\n \"stores\": {\"1\": [[7]]}, ");
     EXPECT_EQ(message.rfind("demo.json: not valid JSON: ", 0), 0U) << message;
     EXPECT_NE(message.find("line 2"), std::string::npos) << message;
-}
-
-TEST_F(ProjectFileTest, ARepeatedKeyTakesItsLastValue) {
-    host.loadProjectText(R"({"stores": {"1": [["a"]], "2": [], "1": [["b"], ["c"]]},
-                            "globals": {"n_x": 1, "n_x": [2]},
-                            "environment": {"E": "1", "E": "2"}})",
-                         "demo.json");
-    EXPECT_EQ(host.records(1), (Records{{"b"}, {"c"}}));
-    EXPECT_EQ(host.global("n_x"), GlobalValue(std::vector<int>{2}));
-    EXPECT_EQ(host.environment("E"), "2");
-    host.loadProjectText(R"({"stores": {"1": []}, "stores": {"2": [[]]}})", "demo.json");
-    EXPECT_EQ(host.storeNumbers(), std::vector<int>{2});
 }
 
 TEST_F(ProjectFileTest, NumbersAreSavedInTheirShortestExactForm) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -17,11 +18,15 @@ class JsonPathTracker {
     // A list or object opens as the next value of the one it is in.
     void open(bool isList) {
         std::string place = nextPlace();
-        frames_.push_back({isList, 0, std::move(place), {}});
+        frames_.push_back({isList, 0, std::move(place), {}, {}});
     }
     void close() { frames_.pop_back(); }
-    // A key of the innermost object names the value that follows it.
-    void key(const std::string& name) { frames_.back().key = name; }
+    // A key of the innermost object names the value that follows it; false when the object
+    // had that key before.
+    bool key(const std::string& name) {
+        frames_.back().key = name;
+        return frames_.back().keys.insert(name).second;
+    }
     // A number, text, true, false or null was read.
     void scalar() {
         if (!frames_.empty() && frames_.back().isList) {
@@ -40,6 +45,11 @@ class JsonPathTracker {
         }
         return at;
     }
+    // The value about to be read in the innermost list or object.
+    Pointer valuePath() const {
+        const Frame& innermost = frames_.back();
+        return path() / (innermost.isList ? std::to_string(innermost.count) : innermost.key);
+    }
 
   private:
     struct Frame {
@@ -47,6 +57,7 @@ class JsonPathTracker {
         std::size_t count;  // a list's values so far
         std::string place;  // its key or index in the one it is in
         std::string key;    // an object's last key
+        std::set<std::string> keys;  // an object's keys so far
     };
 
     std::string nextPlace() {

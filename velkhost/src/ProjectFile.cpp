@@ -28,6 +28,8 @@
 // byte stands for is an error. Plain ASCII is the same in both.
 //
 // Lists and objects nest at most 100 deep; the first one deeper stops the reading with its path.
+// A key used twice in one object is refused, and so is an integer beyond 64 bits (no value of
+// a project is one), rather than read as a double.
 //
 // A capture of a session in the host application adds what it was taken from:
 //   "capture": {"taken": "2026-11-23T14:05:00Z", "library": "0.1.0",
@@ -149,8 +151,8 @@ class ChunkPosition {
     FileChunks* chunks_ = nullptr;
 };
 
-// Gathers one JSON value from the parser's events the way the parser's own document does: a
-// repeated key keeps its first place and takes the last value.
+// Gathers one JSON value from the parser's events the way the parser's own document does (a
+// repeated key never comes here: the reader refuses it first).
 class ValueBuilder {
   public:
     bool empty() const { return open_.empty(); }
@@ -204,7 +206,13 @@ class ProjectReader {
     bool boolean(bool value) { return scalar(Json(value)); }
     bool number_integer(Json::number_integer_t value) { return scalar(Json(value)); }
     bool number_unsigned(Json::number_unsigned_t value) { return scalar(Json(value)); }
-    bool number_float(Json::number_float_t value, const std::string&) {
+    // An integer too large for 64 bits comes as a double; no global is an integer that large.
+    bool number_float(Json::number_float_t value, const std::string& text) {
+        if (text.find_first_of(".eE") == std::string::npos) {
+            checked([&] {
+                fail(path_.valuePath(), "an integer between -2147483648 and 2147483647");
+            });
+        }
         return scalar(Json(value));
     }
     bool binary(Json::binary_t& value) { return scalar(Json(value)); }
@@ -249,7 +257,9 @@ class ProjectReader {
         });
     }
     bool key(std::string& name) {
-        path_.key(name);
+        if (!path_.key(name)) {
+            checked([&] { fail(path_.path() / name, "a key not used before in its object"); });
+        }
         return checked([&] {
             if (!section_.empty()) {
                 builder_.key(name);
@@ -324,9 +334,6 @@ class ProjectReader {
                                                              "cad", "capture"};
         if (std::find(kSections.begin(), kSections.end(), name) == kSections.end()) {
             fail(Pointer() / name, "one of environment, globals, stores, cad, capture");
-        }
-        if (name == "stores") {
-            project_.stores.clear();  // a repeated key takes the last value
         }
         section_ = name;
     }
