@@ -9,6 +9,7 @@
 #include <optional>
 
 #include "Commands.h"
+#include "HostText.h"
 #include "EntryText.h"
 #include "Project.h"
 #include "ProjectLock.h"
@@ -75,6 +76,7 @@ bool shown(const ActionsOptions& options, bool after) {
 }
 
 void list(const ActionsOptions& options, const VelkApi::MillDrillOperation& op) {
+    const Utf8Output utf8;
     std::cout << "store " << options.store << ", operation " << options.op << ": "
               << kindName(op.getOperationType()) << "\n";
     for (const bool after : {false, true}) {
@@ -100,12 +102,13 @@ void add(const ActionsOptions& options, VelkApi::MillDrillOperation& op) {
     if (options.command.empty() || options.command.find_first_of("\r\n") != std::string::npos) {
         throw CommandError("an action is a command of one line, not empty");
     }
-    checkTypedText("the action's command", options.command);
+    const std::string command = hostBytesOf(options.command, "the action's command");
+    checkTypedText("the action's command", command);
     ActionSection& section = actionList(op, after);
     const std::vector<int> numbers = numbersOf(section);
     const int number = numbers.empty() ? kFirstActionNumber : numbers.back() + 1;
     section.addActionParameter(number, static_cast<VelkApi::ActionType>(options.kind),
-                               options.command);
+                               command);
     writeOperation(op);
     saveProject(options.project);
     std::cout << "store " << options.store << ", operation " << options.op << ": action "

@@ -9,6 +9,7 @@
 #include <memory>
 
 #include "Commands.h"
+#include "HostText.h"
 #include "NewRecords.h"
 #include "Project.h"
 #include "StoreKind.h"
@@ -41,7 +42,8 @@ void add(const AddOptions& options) {
     refuseToolStore(options.store,
                     "add a tool with velk tools PROJECT --store {store} --add-from STORE:OP");
     const MillDrillOperationType kind = parseKind(options.kind);
-    checkTypedText("--description", options.description);
+    const std::string description = hostBytesOf(options.description, "--description");
+    checkTypedText("--description", description);
     const int count =
         static_cast<int>(velkhost::OfflineHost::instance().records(options.store).size());
     const int at = options.at < 0 ? count : options.at;
@@ -57,7 +59,7 @@ void add(const AddOptions& options) {
                            std::to_string(count) + " operations: --at must lie in " + range);
     }
     const auto op = makeOperation(options.store, at,
-                                  {kind, options.description, options.figures, options.islands});
+                                  {kind, description, options.figures, options.islands});
     writeOperation(*op);
     saveProject(options.project);
     std::cout << "store " << options.store << ": added operation " << at << " (" << kindName(kind)

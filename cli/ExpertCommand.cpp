@@ -10,6 +10,7 @@
 #include <optional>
 
 #include "Commands.h"
+#include "HostText.h"
 #include "EntryText.h"
 #include "Progress.h"
 #include "Project.h"
@@ -68,6 +69,7 @@ void printExpert(const ExpertOptions& options) {
     requireStore(options.store);
     refuseToolStore(options.store, "list its tools with velk tools PROJECT --store {store}");
     const std::vector<int> chosen = chosenOperations(options);
+    const Utf8Output utf8;
     Progress progress("operations", chosen.size());
     for (const int nr : chosen) {
         printExpertForm(options, nr);

@@ -9,6 +9,7 @@
 #include <memory>
 
 #include "Commands.h"
+#include "HostText.h"
 #include "Progress.h"
 #include "Project.h"
 #include "StoreKind.h"
@@ -26,6 +27,7 @@ void listOperations(const OpsOptions& options) {
     loadProject(options.project);
     requireStore(options.store);
     refuseToolStore(options.store, "list its tools with velk tools PROJECT --store {store}");
+    const Utf8Output utf8;
     const auto count = velkhost::OfflineHost::instance().records(options.store).size();
     Progress progress("operations", count);
     for (std::size_t nr = 0; nr < count; ++nr) {

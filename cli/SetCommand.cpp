@@ -11,6 +11,7 @@
 #include <memory>
 
 #include "Commands.h"
+#include "HostText.h"
 #include "EntryText.h"
 #include "Project.h"
 #include "ProjectLock.h"
@@ -112,9 +113,12 @@ std::function<void()> prepare(VelkApi::MillDrillOperation& op, const Assignment&
         }
         case ValueDataType::Bool:
             return [&section, a, v = parseBool(a)] { section.setBool(a.key, v); };
-        case ValueDataType::String:
-            checkTypedText(a.section + "." + a.key, a.value);
-            return [&section, a] { section.setString(a.key, a.value); };
+        case ValueDataType::String: {
+            const std::string name = a.section + "." + a.key;
+            const std::string text = hostBytesOf(a.value, name);
+            checkTypedText(name, text);
+            return [&section, a, text] { section.setString(a.key, text); };
+        }
         case ValueDataType::VelkObject:
             return [&section, a, v = parseObject(section, a)] { section.setValue(a.key, &v); };
         default:
@@ -135,8 +139,8 @@ void requireReadBack(const VelkApi::MillDrillOperation& edited,
             (options.allowLoss && type == ValueDataType::Double)) {
             continue;
         }
-        checkReadBack(a.section + "." + a.key, a.value, shownValue(before, a.key),
-                      shownValue(requireSection(*written, a.section), a.key));
+        checkReadBack(a.section + "." + a.key, a.value, utf8Of(shownValue(before, a.key)),
+                      utf8Of(shownValue(requireSection(*written, a.section), a.key)));
     }
 }
 

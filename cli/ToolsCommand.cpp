@@ -15,6 +15,7 @@
 #include <optional>
 
 #include "Commands.h"
+#include "HostText.h"
 #include "EntryText.h"
 #include "NewRecords.h"
 #include "Project.h"
@@ -78,7 +79,7 @@ void printJson(const ToolsOptions& options, const VelkApi::ToolList& list) {
             {{"tool", i + 1}, {"parameters", parametersJson(*list.getTool(i)->getToolSection())}});
     }
     const nlohmann::ordered_json out = {{"store", options.store}, {"tools", tools}};
-    std::cout << out.dump(2) << "\n";
+    std::cout << utf8Json(out).dump(2) << "\n";
 }
 
 void listTools(const ToolsOptions& options) {
@@ -88,6 +89,7 @@ void listTools(const ToolsOptions& options) {
     if (options.json) {
         printJson(options, list);
     } else {
+        const Utf8Output utf8;
         printList(list);
     }
     reportHostMessages();
