@@ -348,6 +348,24 @@ TEST_F(ProjectFileTest, ARepeatedKeyIsRefused) {
               "demo.json: /environment/A: expected a key not used before in its object");
 }
 
+TEST_F(ProjectFileTest, ANulByteIsRefusedWhereverItIs) {
+    EXPECT_EQ(loadError(std::string(R"({"globals": {}})") + '\0' + "garbage"),
+              "demo.json: not valid JSON: a NUL byte at byte 15");
+    const fs::path path = writeFile("nul.json", std::string(R"({"stores": {}})") + '\0');
+    try {
+        host.loadProject(path.string());
+        ADD_FAILURE() << "loaded";
+    } catch (const ProjectError& error) {
+        EXPECT_EQ(std::string(error.what()), path.string() + ": not valid JSON: a NUL byte at byte 14");
+    }
+}
+
+TEST_F(ProjectFileTest, AStoreLineWithANulCharacterIsRefused) {
+    EXPECT_EQ(loadError(R"({"stores": {"1": [["OP", "a\u0000b"]]}})"),
+              "demo.json: /stores/1/0/1: expected a text line without a NUL character (the host "
+              "ends a line there)");
+}
+
 TEST_F(ProjectFileTest, PathsEscapeSpecialCharactersOfKeys) {
     EXPECT_EQ(loadError(R"({"globals": {"a/b~c": true}})"),
               "demo.json: /globals/a~1b~0c: expected a number, a text or a list of numbers");

@@ -48,6 +48,7 @@
 #include <limits>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <variant>
 #include <vector>
@@ -61,6 +62,16 @@ namespace velkhost::detail {
 namespace {
 
 using Pointer = Json::json_pointer;
+
+// The parser takes a NUL byte for the end of the text: a file holding one would be read as if
+// it ended there. No JSON text holds one, so it is refused, by where it is.
+void requireNoNulByte(std::string_view text, std::size_t offset, const std::string& source) {
+    const std::size_t at = text.find('\0');
+    if (at != std::string_view::npos) {
+        throw ProjectError(source + ": not valid JSON: a NUL byte at byte " +
+                           std::to_string(offset + at));
+    }
+}
 
 // A project file for the parser, read a megabyte at a time into one buffer, so that a large file
 // is never held whole. `progress` hears how many bytes have been parsed each time the next
@@ -102,6 +113,7 @@ class FileChunks {
             throw ProjectError(path_ + ": cannot be read");
         }
         const auto count = static_cast<std::size_t>(in_.gcount());
+        requireNoNulByte(std::string_view(buffer_.data(), count), consumed_, path_);
         if (count > 0 && consumed_ > 0 && progress_) {
             progress_(consumed_, std::max(size_, consumed_ + count));
         }
@@ -365,6 +377,9 @@ class ProjectReader {
         std::optional<std::string> bytes = hostBytes(text);
         if (!bytes) {
             fail(linePath(), "a text line of Windows-1252 characters");
+        }
+        if (bytes->find('\0') != std::string::npos) {
+            fail(linePath(), "a text line without a NUL character (the host ends a line there)");
         }
         record.push_back(*std::move(bytes));
     }
@@ -710,6 +725,7 @@ class ProjectReader {
 }  // namespace
 
 Project parseProject(const std::string& text, const std::string& sourceName) {
+    requireNoNulByte(text, 0, sourceName);
     return ProjectReader(sourceName).read(text.data(), text.data() + text.size());
 }
 
