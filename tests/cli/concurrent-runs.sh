@@ -3,7 +3,8 @@
 # Usage: concurrent-runs.sh VELK EXAMPLE_PROJECT WORK_FOLDER TEST
 #   pairs       pairs of `velk set` on one project at once, each setting another value: both
 #               changes survive every time
-#   lock-held   a run waits for the lock another program holds, then refuses with one line
+#   lock-held   a run waits for the lock another program holds, then refuses with one line;
+#               the same for strategy --set
 #   signals     SIGINT and SIGTERM at random moments of a large save: the project is the old or
 #               the new one, and no new file is left beside it
 #   stale       a new file a killed run left is removed by the next save, one still being
@@ -78,6 +79,18 @@ lock-held)
     fail "error: $(cat "$work/err")"
   ((waited >= 4 && waited <= 7)) || fail "waited $waited seconds"
   [[ $(sha256sum <"$project") == "$before" ]] || fail "the project changed"
+  # The same lock guards a strategy settings file.
+  settings=$work/settings.bin
+  cp "$(dirname "$example")/2dhighspeedrough.bin" "$settings"
+  flock "$settings" sleep 7 &
+  holder=$!
+  sleep 0.5
+  "$velk" strategy "$settings" --set RampAngle=3 >"$work/out" 2>"$work/err"
+  status=$?
+  kill $holder 2>/dev/null
+  wait $holder 2>/dev/null
+  [[ $status == 1 && $(cat "$work/err") == "velk: $settings is being changed by another program: try again when it has finished" ]] ||
+    fail "strategy --set: exit $status, $(cat "$work/err")"
   # Once the lock is free, the same run goes through.
   "$velk" set "$project" --store 1 --op 9 Parameter.w_depth=-1 >"$work/out" || fail "the second run failed"
   [[ $(value 9 w_depth) == -1 ]] || fail "w_depth is $(value 9 w_depth)"
