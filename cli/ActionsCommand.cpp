@@ -8,9 +8,12 @@
 #include <memory>
 
 #include "Commands.h"
+#include "HostText.h"
 #include "EntryText.h"
 #include "Project.h"
 #include "ProjectEdit.h"
+#include "RecordDamage.h"
+#include "TypedValueChecks.h"
 
 namespace velk {
 
@@ -73,6 +76,7 @@ bool shown(const ActionsOptions& options, bool after) {
 }
 
 void list(const ActionsOptions& options, const VelkApi::MillDrillOperation& op) {
+    const Utf8Output utf8;
     std::cout << "store " << options.store << ", operation " << options.op << ": "
               << kindName(op.getOperationType()) << "\n";
     for (const bool after : {false, true}) {
@@ -99,11 +103,13 @@ void add(const ActionsOptions& options, const ProjectEdit& edit,
     if (options.command.empty() || options.command.find_first_of("\r\n") != std::string::npos) {
         throw CommandError("an action is a command of one line, not empty");
     }
+    const std::string command = hostBytesOf(options.command, "the action's command");
+    checkTypedText("the action's command", command);
     ActionSection& section = actionList(op, after);
     const std::vector<int> numbers = numbersOf(section);
     const int number = numbers.empty() ? kFirstActionNumber : numbers.back() + 1;
     section.addActionParameter(number, static_cast<VelkApi::ActionType>(options.kind),
-                               options.command);
+                               command);
     edit.write(op);
     if (!edit.save()) {
         return;
@@ -128,14 +134,19 @@ void clear(const ActionsOptions& options, const ProjectEdit& edit,
 }
 
 void actions(const ActionsOptions& options) {
+    if (!options.add->parsed() && !options.clear->parsed()) {
+        loadProject(options.project);
+        list(options, *readOperation(options.store, options.op));
+        reportHostMessages();
+        return;
+    }
     const ProjectEdit edit(options.project, options.write);
+    refuseDamagedOperation(options.store, options.op);
     const auto op = readOperation(options.store, options.op);
     if (options.add->parsed()) {
         add(options, edit, *op);
-    } else if (options.clear->parsed()) {
-        clear(options, edit, *op);
     } else {
-        list(options, *op);
+        clear(options, edit, *op);
     }
     reportHostMessages();
 }
@@ -161,7 +172,8 @@ void addActionsCommand(CLI::App& app) {
     options->add = actions->add_subcommand("add", "Add an action to the --pre or --post list");
     options->add->add_option("TEXT", options->command, "The action's command")->required();
     options->add->add_option("--kind", options->kind, "The host's kind of action")
-        ->capture_default_str();
+        ->capture_default_str()
+        ->transform(wholeDecimalNumber());
     options->add->fallthrough();
 
     options->clear = actions->add_subcommand("clear", "Remove every action of the --pre or --post list");

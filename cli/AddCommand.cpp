@@ -4,13 +4,17 @@
 #include <velkapi/MillDrillOperation.h>
 #include <velkhost/OfflineHost.h>
 
+#include <algorithm>
 #include <iostream>
 #include <memory>
 
 #include "Commands.h"
+#include "HostText.h"
 #include "NewRecords.h"
 #include "Project.h"
 #include "ProjectEdit.h"
+#include "StoreKind.h"
+#include "TypedValueChecks.h"
 
 namespace velk {
 
@@ -35,22 +39,27 @@ struct AddOptions {
 void add(const AddOptions& options) {
     const ProjectEdit edit(options.project, options.write);
     requireStore(options.store);
+    refuseToolStore(options.store,
+                    "add a tool with velk tools PROJECT --store {store} --add-from STORE:OP");
     const MillDrillOperationType kind = parseKind(options.kind);
+    const std::string description = hostBytesOf(options.description, "--description");
+    checkTypedText("--description", description);
     const int count =
         static_cast<int>(velkhost::OfflineHost::instance().records(options.store).size());
     const int at = options.at < 0 ? count : options.at;
+    const std::string range = std::to_string(kFirstMachiningOperation) + ".." +
+                              std::to_string(std::max(count, kFirstMachiningOperation));
     if (at < kFirstMachiningOperation) {
         throw CommandError(
-            "operations 0 to 2 of a store are not machining operations: --at must "
-            "be 3 or more");
+            "operations 0 to 2 of a store are not machining operations: --at must lie in " +
+            range);
     }
     if (at > count) {
         throw CommandError("store " + std::to_string(options.store) + " has " +
-                           std::to_string(count) + " operations: --at must lie in 0.." +
-                           std::to_string(count));
+                           std::to_string(count) + " operations: --at must lie in " + range);
     }
     const auto op = makeOperation(options.store, at,
-                                  {kind, options.description, options.figures, options.islands});
+                                  {kind, description, options.figures, options.islands});
     edit.write(*op);
     if (!edit.save()) {
         return;
@@ -70,7 +79,8 @@ void addAddCommand(CLI::App& app) {
     addCommand->add_option("--kind", options->kind, "Kind: POCKET, DRILLING, PROFILE, ...")
         ->required();
     addCommand->add_option("--at", options->at,
-                           "Operation number the new one takes (default: after the last)");
+                           "Operation number the new one takes (default: after the last)")
+        ->transform(wholeDecimalNumber());
     addCommand->add_option("--description", options->description,
                            "First line of the operation's message section");
     addCommand->add_option("--figure", options->figures,

@@ -77,6 +77,9 @@ std::string recordTitle(const CheckedRecord& record) {
 }
 
 std::string findingText(const Finding& finding) {
+    if (finding.section.empty()) {
+        return finding.cause;
+    }
     std::string what = finding.section;
     if (!finding.key.empty()) {
         what += " " + finding.key;

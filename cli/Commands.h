@@ -11,6 +11,9 @@ namespace velk {
 void addProjectArgument(CLI::App& command, std::string& project);
 void addStoreOption(CLI::App& command, int& store);
 void addOperationOption(CLI::App& command, int& op);
+// Takes a number argument in plain decimal digits only (no "0x", no octal, not empty), so that
+// "--op 010" means operation 10.
+const CLI::Validator& wholeDecimalNumber();
 
 void addWalkCommand(CLI::App& app);
 void addOpsCommand(CLI::App& app);

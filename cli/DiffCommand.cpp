@@ -7,6 +7,7 @@
 #include <memory>
 
 #include "Commands.h"
+#include "HostText.h"
 #include "ProjectDiff.h"
 
 namespace velk {
@@ -57,6 +58,7 @@ void printText(const ProjectChanges& changes) {
     printValues(changes.environment, "");
     printValues(changes.globals, "");
     printValues(changes.drawing, "");
+    const Utf8Output utf8;  // the stores' texts are the host's; the project file's are UTF-8
     for (const StoreChange& store : changes.stores) {
         if (store.change != "changed") {
             std::cout << "store " << store.store << ": " << store.change << "\n";
@@ -129,7 +131,7 @@ void printJson(const ProjectChanges& changes) {
                       {"environment", valuesJson(changes.environment)},
                       {"globals", valuesJson(changes.globals)},
                       {"cad", valuesJson(changes.drawing)},
-                      {"stores", stores}};
+                      {"stores", utf8Json(stores)}};
     std::cout << out.dump(2) << "\n";
 }
 

@@ -10,9 +10,11 @@
 #include <optional>
 
 #include "Commands.h"
+#include "HostText.h"
 #include "EntryText.h"
 #include "Progress.h"
 #include "Project.h"
+#include "StoreKind.h"
 
 namespace velk {
 
@@ -64,7 +66,10 @@ void printExpertForm(const ExpertOptions& options, int nr) {
 
 void printExpert(const ExpertOptions& options) {
     loadProject(options.project);
+    requireStore(options.store);
+    refuseToolStore(options.store, "list its tools with velk tools PROJECT --store {store}");
     const std::vector<int> chosen = chosenOperations(options);
+    const Utf8Output utf8;
     Progress progress("operations", chosen.size());
     for (const int nr : chosen) {
         printExpertForm(options, nr);
@@ -84,7 +89,8 @@ void addExpertCommand(CLI::App& app) {
     addStoreOption(*expert, options->store);
     expert->add_option("--op", options->op,
                        "Operation number in the store (from 0); every machining operation of the "
-                       "store when left out");
+                       "store when left out")
+        ->transform(wholeDecimalNumber());
     expert->add_flag("--lines", options->lines,
                      "Print the expert form's text lines: the kind's name, then the values by "
                      "number, each followed by a blank");

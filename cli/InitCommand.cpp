@@ -242,6 +242,11 @@ void init(const InitOptions& options) {
     if (std::filesystem::exists(project) && !options.force) {
         throw CommandError(options.project + " exists: give --force to write over it");
     }
+    const std::filesystem::path machine = project.parent_path() / "machine.ini";
+    if (std::filesystem::exists(machine) && !std::filesystem::is_regular_file(machine)) {
+        throw CommandError(machine.string() +
+                           " is there but is no file: move it away to get the machine definition");
+    }
     auto& host = velkhost::OfflineHost::instance();
     host.loadProjectText(starterProject(project).dump(), options.project);
     const auto tools = addOperations(kinds);
@@ -259,7 +264,6 @@ void init(const InitOptions& options) {
               << names << "), tool store 2 with " << tools.size()
               << (tools.size() == 1 ? " tool\n" : " tools\n");
 
-    const std::filesystem::path machine = project.parent_path() / "machine.ini";
     if (std::filesystem::exists(machine)) {
         std::cout << machine.string() << ": kept, the machine definition already there\n";
     } else {

@@ -4,15 +4,15 @@
 #include <velkapi/MillTurnVdm.h>
 #include <velkhost/OfflineHost.h>
 
-#include <algorithm>
 #include <iomanip>
 #include <iostream>
 #include <memory>
-#include <sstream>
 
 #include "Commands.h"
+#include "HostText.h"
 #include "Progress.h"
 #include "Project.h"
+#include "StoreKind.h"
 
 namespace velk {
 
@@ -23,30 +23,11 @@ struct OpsOptions {
     int store = 0;
 };
 
-// A tool record's header declares two sections: the tool's description and its tool data. An
-// operation has more, a record that is no machining operation fewer.
-bool isToolRecord(const velkhost::Record& record) {
-    std::istringstream header(record.empty() ? std::string() : record.front());
-    int type = 0;
-    int flag = 0;
-    int sections = 0;
-    return static_cast<bool>(header >> type >> flag >> sections) && sections == 2;
-}
-
-// A tool store: its leading record, then tool records only.
-void refuseToolStore(int store) {
-    const velkhost::Records& records = velkhost::OfflineHost::instance().records(store);
-    if (records.size() > 1 && std::all_of(records.begin() + 1, records.end(), isToolRecord)) {
-        const std::string number = std::to_string(store);
-        throw CommandError("store " + number + " is a tool store: list its tools with "
-                           "velk tools PROJECT --store " + number);
-    }
-}
-
 void listOperations(const OpsOptions& options) {
     loadProject(options.project);
     requireStore(options.store);
-    refuseToolStore(options.store);
+    refuseToolStore(options.store, "list its tools with velk tools PROJECT --store {store}");
+    const Utf8Output utf8;
     const auto count = velkhost::OfflineHost::instance().records(options.store).size();
     Progress progress("operations", count);
     for (std::size_t nr = 0; nr < count; ++nr) {

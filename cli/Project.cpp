@@ -2,6 +2,7 @@
 
 #include <velkhost/OfflineHost.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <charconv>
 #include <cstdlib>
@@ -11,6 +12,7 @@
 
 #include "EntryText.h"
 #include "Progress.h"
+#include "StoreKind.h"
 
 namespace velk {
 
@@ -53,6 +55,7 @@ void requireOperation(int store, int op) {
 
 std::unique_ptr<VelkApi::MillDrillOperation> readOperation(int store, int op) {
     requireOperation(store, op);
+    refuseToolStore(store, "see its tools with velk tools PROJECT --store {store} --json");
     auto operation = std::make_unique<VelkApi::MillDrillOperation>(store, op);
     if (operation->getOperationType() == MillDrillOperationType::REDRAW) {
         throw CommandError("operation " + std::to_string(op) + " of store " +
@@ -157,6 +160,10 @@ std::optional<int> parseWholeNumber(const std::string& text) {
 }
 
 std::optional<double> parseNumber(const std::string& text) {
+    // Decimal only: no blanks, no hexadecimal ("0x1p3"), no "inf" or "nan".
+    if (text.find_first_not_of("0123456789+-.,eE") != std::string::npos) {
+        return std::nullopt;
+    }
     std::string number = text;
     for (char& c : number) {
         c = c == ',' ? '.' : c;
@@ -172,11 +179,22 @@ std::optional<double> parseNumber(const std::string& text) {
 
 std::vector<std::string> takeMessageBoxes() {
     auto& host = velkhost::OfflineHost::instance();
-    std::vector<std::string> lines;
+    std::vector<std::pair<std::string, int>> counted;
     for (const auto& box : host.messageBoxes()) {
-        lines.push_back(box.caption + ": " + box.text);
+        const std::string line = box.caption + ": " + box.text;
+        const auto same = std::find_if(counted.begin(), counted.end(),
+                                       [&line](const auto& seen) { return seen.first == line; });
+        if (same == counted.end()) {
+            counted.emplace_back(line, 1);
+        } else {
+            ++same->second;
+        }
     }
     host.clearMessageBoxes();
+    std::vector<std::string> lines;
+    for (const auto& [line, count] : counted) {
+        lines.push_back(count == 1 ? line : line + " (" + std::to_string(count) + " times)");
+    }
     return lines;
 }
 
@@ -184,10 +202,22 @@ std::vector<std::string> takeMessageBoxes() {
 
 namespace velk {
 
+namespace {
+
+bool hostMessagesShown = false;
+
+}  // namespace
+
 void reportHostMessages() {
     for (const std::string& box : takeMessageBoxes()) {
         std::cerr << "velk: host message: " << box << "\n";
+        hostMessagesShown = true;
     }
+}
+
+bool hostReportedErrors() {
+    reportHostMessages();
+    return hostMessagesShown;
 }
 
 void writeOperation(VelkApi::MillDrillOperation& op) {
@@ -195,7 +225,10 @@ void writeOperation(VelkApi::MillDrillOperation& op) {
 }
 
 void writeToHost(const std::function<void()>& write) {
-    reportHostMessages();
+    if (const auto boxes = takeMessageBoxes(); !boxes.empty()) {
+        throw CommandError("the host reported an error reading the operation (" + boxes.front() +
+                           "): nothing is written, the project file is unchanged");
+    }
     write();
     if (const auto boxes = takeMessageBoxes(); !boxes.empty()) {
         throw CommandError("the host refused the write (" + boxes.front() +

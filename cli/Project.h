@@ -62,15 +62,20 @@ void printEntries(const VelkApi::SectionDictionary& section, ValuePrinter printV
 
 // The whole text as a whole number (decimal), or none.
 std::optional<int> parseWholeNumber(const std::string& text);
-// The whole text as a number, "," accepted as the decimal point, or none.
+// The whole text as a decimal number, "," accepted as the decimal point, or none (also for
+// "inf", "nan" and hexadecimal forms).
 std::optional<double> parseNumber(const std::string& text);
 
-// Message boxes the library showed since the last call, as "caption: text" lines.
+// Message boxes the library showed since the last call, as "caption: text" lines; a text that
+// came more than once is one line, "caption: text (8 times)".
 std::vector<std::string> takeMessageBoxes();
-// Prints the message boxes shown since the last call to stderr, as host messages.
+// Prints the message boxes shown since the last call to stderr, as host messages, each text
+// once with how many times it came.
 void reportHostMessages();
-// Runs `write`; a message box shown meanwhile means the host refused part of the write, which
-// throws CommandError before anything is saved.
+// Reports what is still unreported; true when any host message was shown during the run.
+bool hostReportedErrors();
+// Runs `write`; a message box shown before (while reading) or meanwhile means the host could not
+// read or refused part of the operation, which throws CommandError before anything is saved.
 void writeToHost(const std::function<void()>& write);
 // Writes the operation back, as writeToHost.
 void writeOperation(VelkApi::MillDrillOperation& op);

@@ -65,7 +65,7 @@ void addWriteOptions(CLI::App& command, WriteOptions& options) {
 }
 
 ProjectEdit::ProjectEdit(std::string projectPath, const WriteOptions& writeOptions)
-    : path(std::move(projectPath)), options(writeOptions) {
+    : path(std::move(projectPath)), options(writeOptions), lock(path) {
     loadProject(path);
     if (options.dryRun) {
         before = snapshotOfLoadedProject();

@@ -11,6 +11,7 @@
 #include <string>
 
 #include "Project.h"
+#include "ProjectLock.h"
 #include "ProjectSnapshot.h"
 
 namespace velk {
@@ -33,7 +34,8 @@ class LossRefused : public CommandTrouble {
 // The project file being changed by one command.
 class ProjectEdit {
   public:
-    // Loads the project; with --dry-run also takes its values as they are, to compare with.
+    // Takes the project's lock, then loads the project; with --dry-run also takes its values as
+    // they are, to compare with. The lock is held until the edit ends.
     ProjectEdit(std::string path, const WriteOptions& options);
 
     // Writes the operation: a new one whole, a read one section by section, only the sections
@@ -53,6 +55,7 @@ class ProjectEdit {
   private:
     std::string path;
     WriteOptions options;
+    ProjectLock lock;
     std::optional<ProjectSnapshot> before;
 };
 

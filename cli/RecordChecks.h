@@ -29,6 +29,10 @@ using RecordCheck = std::vector<Finding> (*)(const CheckedRecord& record);
 // Every check, in the order velk check runs them. A new check is one more entry here.
 const std::vector<RecordCheck>& recordChecks();
 
+// A header whose line counts do not match the record's lines, and lines longer than the host's
+// line: findings of the record as a whole.
+std::vector<Finding> damageFindings(const CheckedRecord& record);
+
 // The round trip: what a read and a write of the record through the library would lose or
 // alter, section by section.
 std::vector<Finding> roundTripFindings(const CheckedRecord& record);

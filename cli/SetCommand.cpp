@@ -11,9 +11,12 @@
 #include <memory>
 
 #include "Commands.h"
+#include "HostText.h"
 #include "EntryText.h"
 #include "Project.h"
 #include "ProjectEdit.h"
+#include "RecordDamage.h"
+#include "TypedValueChecks.h"
 
 namespace velk {
 
@@ -82,7 +85,8 @@ VelkApi::VelkObject parseObject(const SectionDictionary& section, const Assignme
 }
 
 // Checks the assignment against the operation and returns the edit that applies it.
-std::function<void()> prepare(VelkApi::MillDrillOperation& op, const Assignment& a) {
+std::function<void()> prepare(VelkApi::MillDrillOperation& op, const Assignment& a,
+                              bool allowLoss) {
     if (a.section == "Header") {
         throw CommandError("the Header section is read-only: it follows from the other sections");
     }
@@ -102,12 +106,19 @@ std::function<void()> prepare(VelkApi::MillDrillOperation& op, const Assignment&
     switch (type) {
         case ValueDataType::Int:
             return [&section, a, v = parseInt(a)] { section.setInt(a.key, v); };
-        case ValueDataType::Double:
-            return [&section, a, v = parseDouble(a)] { section.setDouble(a.key, v); };
+        case ValueDataType::Double: {
+            const double v = parseDouble(a);
+            checkTypedDouble(a.section + "." + a.key, a.value, v, allowLoss);
+            return [&section, a, v] { section.setDouble(a.key, v); };
+        }
         case ValueDataType::Bool:
             return [&section, a, v = parseBool(a)] { section.setBool(a.key, v); };
-        case ValueDataType::String:
-            return [&section, a] { section.setString(a.key, a.value); };
+        case ValueDataType::String: {
+            const std::string name = a.section + "." + a.key;
+            const std::string text = hostBytesOf(a.value, name);
+            checkTypedText(name, text);
+            return [&section, a, text] { section.setString(a.key, text); };
+        }
         case ValueDataType::VelkObject:
             return [&section, a, v = parseObject(section, a)] { section.setValue(a.key, &v); };
         default:
@@ -115,17 +126,39 @@ std::function<void()> prepare(VelkApi::MillDrillOperation& op, const Assignment&
     }
 }
 
+// Every value set reads back from the written record as it was set (a double rounded to six
+// digits only with --allow-loss); the project is saved only then. A geometry entry is named by
+// the object it points at, so its key changes with the value: velk checks its text beforehand.
+void requireReadBack(const VelkApi::MillDrillOperation& edited,
+                     const std::vector<Assignment>& assignments, const SetOptions& options) {
+    const auto written = readOperation(options.store, options.op);
+    for (const Assignment& a : assignments) {
+        const SectionDictionary& before = requireSection(edited, a.section);
+        const ValueDataType type = before.dataTypeOf(a.key);
+        if (type == ValueDataType::VelkObject ||
+            (options.write.allowLoss && type == ValueDataType::Double)) {
+            continue;
+        }
+        checkReadBack(a.section + "." + a.key, a.value, utf8Of(shownValue(before, a.key)),
+                      utf8Of(shownValue(requireSection(*written, a.section), a.key)));
+    }
+}
+
 void set(const SetOptions& options) {
     const ProjectEdit project(options.project, options.write);
+    refuseDamagedOperation(options.store, options.op);
     const auto op = readOperation(options.store, options.op);
     std::vector<std::function<void()>> edits;
+    std::vector<Assignment> assignments;
     for (const std::string& text : options.assignments) {
-        edits.push_back(prepare(*op, parseAssignment(text)));
+        assignments.push_back(parseAssignment(text));
+        edits.push_back(prepare(*op, assignments.back(), options.write.allowLoss));
     }
     for (const auto& edit : edits) {
         edit();
     }
     project.write(*op);
+    requireReadBack(*op, assignments, options);
     if (!project.save()) {
         return;
     }

@@ -11,6 +11,7 @@
 #include <memory>
 
 #include "Commands.h"
+#include "HostText.h"
 #include "EntryText.h"
 #include "Project.h"
 
@@ -83,7 +84,7 @@ void printJson(const ShowOptions& options, const VelkApi::MillDrillOperation& op
         sections[name] = entries;
     }
     out["sections"] = sections;
-    std::cout << out.dump(2) << "\n";
+    std::cout << utf8Json(out).dump(2) << "\n";
 }
 
 void show(const ShowOptions& options) {
@@ -94,6 +95,7 @@ void show(const ShowOptions& options) {
     if (options.json) {
         printJson(options, *op, names);
     } else {
+        const Utf8Output utf8;
         std::cout << "store " << options.store << ", operation " << options.op << ": "
                   << kindName(op->getOperationType()) << "\n";
         printText(*op, names);

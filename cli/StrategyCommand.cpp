@@ -13,9 +13,11 @@
 #include <iomanip>
 #include <iostream>
 #include <memory>
+#include <optional>
 
 #include "Commands.h"
 #include "Project.h"
+#include "ProjectLock.h"
 
 namespace velk {
 
@@ -216,6 +218,10 @@ void strategy(const StrategyOptions& options) {
     std::vector<Assignment> assignments;
     for (const std::string& text : options.assignments) {
         assignments.push_back(parseAssignment(text));
+    }
+    std::optional<ProjectLock> lock;
+    if (!assignments.empty()) {
+        lock.emplace(options.file);
     }
     auto& host = velkhost::OfflineHost::instance();
     const int missingBefore = host.missingApiCalls();

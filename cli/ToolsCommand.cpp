@@ -12,12 +12,15 @@
 #include <iomanip>
 #include <iostream>
 #include <memory>
+#include <optional>
 
 #include "Commands.h"
+#include "HostText.h"
 #include "EntryText.h"
 #include "NewRecords.h"
 #include "Project.h"
 #include "ProjectEdit.h"
+#include "StoreKind.h"
 
 namespace velk {
 
@@ -77,15 +80,17 @@ void printJson(const ToolsOptions& options, const VelkApi::ToolList& list) {
             {{"tool", i + 1}, {"parameters", parametersJson(*list.getTool(i)->getToolSection())}});
     }
     const nlohmann::ordered_json out = {{"store", options.store}, {"tools", tools}};
-    std::cout << out.dump(2) << "\n";
+    std::cout << utf8Json(out).dump(2) << "\n";
 }
 
 void listTools(const ToolsOptions& options) {
+    refuseOperationStore(options.store);
     VelkApi::ToolList list(options.store);
     list.readFromVDM();
     if (options.json) {
         printJson(options, list);
     } else {
+        const Utf8Output utf8;
         printList(list);
     }
     reportHostMessages();
@@ -94,16 +99,12 @@ void listTools(const ToolsOptions& options) {
 // "STORE:OP" as the two numbers.
 std::pair<int, int> parseOperationAddress(const std::string& text) {
     const std::size_t colon = text.find(':');
-    std::size_t storeEnd = 0;
-    std::size_t opEnd = 0;
-    try {
-        const int store = std::stoi(text.substr(0, colon), &storeEnd);
-        const int op = std::stoi(text.substr(colon + 1), &opEnd);
-        if (colon != std::string::npos && storeEnd == colon && opEnd == text.size() - colon - 1) {
-            return {store, op};
+    if (colon != std::string::npos) {
+        const std::optional<int> store = parseWholeNumber(text.substr(0, colon));
+        const std::optional<int> op = parseWholeNumber(text.substr(colon + 1));
+        if (store && op) {
+            return {*store, *op};
         }
-    } catch (const std::logic_error&) {
-        // reported below
     }
     throw CommandError("'" + text + "' is not STORE:OP, e.g. 1:3");
 }
@@ -117,6 +118,7 @@ void addTool(const ToolsOptions& options, const ProjectEdit& edit) {
                            std::to_string(store) +
                            " has turning-driven tools: it carries no tool record");
     }
+    refuseOperationStore(options.store);
     const int position = appendTool(options.store, *source, source->getString("$_t_tooldesc"));
     if (!edit.save()) {
         return;
@@ -126,13 +128,15 @@ void addTool(const ToolsOptions& options, const ProjectEdit& edit) {
 }
 
 void tools(const ToolsOptions& options) {
+    if (options.addFrom.empty()) {
+        loadProject(options.project);
+        requireStore(options.store);
+        listTools(options);
+        return;
+    }
     const ProjectEdit edit(options.project, options.write);
     requireStore(options.store);
-    if (options.addFrom.empty()) {
-        listTools(options);
-    } else {
-        addTool(options, edit);
-    }
+    addTool(options, edit);
 }
 
 }  // namespace

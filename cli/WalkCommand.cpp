@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "Commands.h"
+#include "HostText.h"
 #include "Progress.h"
 #include "Project.h"
 
@@ -62,6 +63,7 @@ void addWalkCommand(CLI::App& app) {
     addProjectArgument(*walk, *project);
     walk->callback([project] {
         loadProject(*project);
+        const Utf8Output utf8;
         for (const int store : velkhost::OfflineHost::instance().storeNumbers()) {
             printStore(store);
         }

@@ -2,6 +2,7 @@
 // the offline host standing in for the CAM application.
 #include <velkhost/OfflineHost.h>
 
+#include <cstdio>
 #include <exception>
 #include <iostream>
 #include <stdexcept>
@@ -30,6 +31,23 @@ std::string unexpectedFailure(const std::exception& e) {
            "' is not a whole number";
 }
 
+// Everything printed reached standard output: not so on a full disk or a closed pipe.
+bool outputWritten() {
+    std::cout.flush();
+    return !std::cout.fail() && std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
+}
+
+// The exit status of a run that got to its end: what it printed must have arrived, and host
+// messages while reading mean the project was not read as it stands.
+int finish(int status) {
+    if (!outputWritten()) {
+        std::cerr << "velk: standard output cannot be written (a full disk, or the reader has "
+                     "gone): the output is incomplete\n";
+        return 2;
+    }
+    return velk::hostReportedErrors() ? 2 : status;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -50,7 +68,7 @@ int main(int argc, char** argv) {
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& e) {
-        return app.exit(e);
+        return finish(app.exit(e));
     } catch (const velkhost::ProjectError& e) {
         std::cerr << "velk: " << e.what() << "\n";
         return 2;
@@ -65,5 +83,5 @@ int main(int argc, char** argv) {
         std::cerr << "velk: " << unexpectedFailure(e) << "\n";
         return 2;
     }
-    return 0;
+    return finish(0);
 }

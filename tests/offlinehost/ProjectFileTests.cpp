@@ -327,6 +327,45 @@ TEST_F(ProjectFileTest, IntegersMustFitAnInt) {
     EXPECT_EQ(host.global("n_x"), GlobalValue(std::vector<int>{2147483647, -2147483647 - 1}));
 }
 
+TEST_F(ProjectFileTest, AnIntegerBeyondSixtyFourBitsIsRefusedLikeAnyTooLargeInteger) {
+    EXPECT_EQ(loadError(R"({"globals": {"n_x": 1000000000000000000000000000000}})"),
+              "demo.json: /globals/n_x: expected an integer between -2147483648 and 2147483647");
+    EXPECT_EQ(loadError(R"({"globals": {"n_x": [1, -1000000000000000000000000000000]}})"),
+              "demo.json: /globals/n_x/1: expected an integer between -2147483648 and "
+              "2147483647");
+    host.loadProjectText(R"({"globals": {"w_x": 1e30}})", "demo.json");
+    EXPECT_EQ(host.global("w_x"), GlobalValue(1e30));
+}
+
+TEST_F(ProjectFileTest, ARepeatedKeyIsRefused) {
+    EXPECT_EQ(loadError(R"({"globals": {"n_x": 1, "n_y": 2, "n_x": 3}})"),
+              "demo.json: /globals/n_x: expected a key not used before in its object");
+    EXPECT_EQ(loadError(R"({"stores": {"1": []}, "stores": {}})"),
+              "demo.json: /stores: expected a key not used before in its object");
+    EXPECT_EQ(loadError(R"({"stores": {"1": [], "1": []}})"),
+              "demo.json: /stores/1: expected a key not used before in its object");
+    EXPECT_EQ(loadError(R"({"environment": {"A": "1", "A": "2"}})"),
+              "demo.json: /environment/A: expected a key not used before in its object");
+}
+
+TEST_F(ProjectFileTest, ANulByteIsRefusedWhereverItIs) {
+    EXPECT_EQ(loadError(std::string(R"({"globals": {}})") + '\0' + "garbage"),
+              "demo.json: not valid JSON: a NUL byte at byte 15");
+    const fs::path path = writeFile("nul.json", std::string(R"({"stores": {}})") + '\0');
+    try {
+        host.loadProject(path.string());
+        ADD_FAILURE() << "loaded";
+    } catch (const ProjectError& error) {
+        EXPECT_EQ(std::string(error.what()), path.string() + ": not valid JSON: a NUL byte at byte 14");
+    }
+}
+
+TEST_F(ProjectFileTest, AStoreLineWithANulCharacterIsRefused) {
+    EXPECT_EQ(loadError(R"({"stores": {"1": [["OP", "a\u0000b"]]}})"),
+              "demo.json: /stores/1/0/1: expected a text line without a NUL character (the host "
+              "ends a line there)");
+}
+
 TEST_F(ProjectFileTest, PathsEscapeSpecialCharactersOfKeys) {
     EXPECT_EQ(loadError(R"({"globals": {"a/b~c": true}})"),
               "demo.json: /globals/a~1b~0c: expected a number, a text or a list of numbers");
@@ -340,6 +379,45 @@ TEST_F(ProjectFileTest, StoresMustBeListsOfRecordsOfTextLines) {
               "demo.json: /stores/100/0: expected a record (a list of text lines)");
     EXPECT_EQ(loadError(R"({"stores": {"100": [["OP 1", "a=1", 2]]}})"),
               "demo.json: /stores/100/0/2: expected a text line");
+}
+
+// The path of the 101st list or object of a file, when the 3rd one is at `start` and each
+// holds the next as its first value.
+std::string tooDeepPath(const std::string& start) {
+    std::string path = start;
+    for (int depth = 4; depth <= 101; ++depth) {
+        path += "/0";
+    }
+    return path;
+}
+
+std::string nestedLists(std::size_t depth) {
+    return std::string(depth, '[') + std::string(depth, ']');
+}
+
+TEST_F(ProjectFileTest, NestingDeeperThanAHundredIsRefusedWithItsPath) {
+    const std::string expected = "demo.json: " + tooDeepPath("/globals/deep") +
+                                 ": expected at most 100 lists and objects nested in each other";
+    EXPECT_EQ(loadError(R"({"globals": {"deep": )" + nestedLists(98) + "}}"),
+              "demo.json: /globals/deep/0: expected a number");
+    EXPECT_EQ(loadError(R"({"globals": {"deep": )" + nestedLists(99) + "}}"), expected);
+    EXPECT_EQ(loadError(R"({"globals": {"deep": )" + nestedLists(60000) + "}}"), expected);
+    EXPECT_EQ(loadError(R"({"environment": {"e": [1, )" + nestedLists(200000) + "]}}"),
+              "demo.json: " + tooDeepPath("/environment/e").replace(14, 2, "/1") +
+                  ": expected at most 100 lists and objects nested in each other");
+}
+
+TEST_F(ProjectFileTest, DeepNestingInAFileIsRefusedWithoutReadingFurther) {
+    const fs::path path =
+        writeFile("deep.json", R"({"globals": {"deep": )" + nestedLists(1000000) + "}}");
+    try {
+        host.loadProject(path.string());
+        ADD_FAILURE() << "loaded";
+    } catch (const ProjectError& error) {
+        EXPECT_EQ(std::string(error.what()),
+                  path.string() + ": " + tooDeepPath("/globals/deep") +
+                      ": expected at most 100 lists and objects nested in each other");
+    }
 }
 
 TEST_F(ProjectFileTest, StoreKeysMustBePlainStoreNumbers) {
@@ -504,18 +582,6 @@ TEST_F(ProjectFileTest, BadSyntaxAfterAMismatchIsReportedAsBadSyntax) {
     const std::string message = loadError("{\"colour\": 1,\n \"stores\": {\"1\": [[7]]}, ");
     EXPECT_EQ(message.rfind("demo.json: not valid JSON: ", 0), 0U) << message;
     EXPECT_NE(message.find("line 2"), std::string::npos) << message;
-}
-
-TEST_F(ProjectFileTest, ARepeatedKeyTakesItsLastValue) {
-    host.loadProjectText(R"({"stores": {"1": [["a"]], "2": [], "1": [["b"], ["c"]]},
-                            "globals": {"n_x": 1, "n_x": [2]},
-                            "environment": {"E": "1", "E": "2"}})",
-                         "demo.json");
-    EXPECT_EQ(host.records(1), (Records{{"b"}, {"c"}}));
-    EXPECT_EQ(host.global("n_x"), GlobalValue(std::vector<int>{2}));
-    EXPECT_EQ(host.environment("E"), "2");
-    host.loadProjectText(R"({"stores": {"1": []}, "stores": {"2": [[]]}})", "demo.json");
-    EXPECT_EQ(host.storeNumbers(), std::vector<int>{2});
 }
 
 TEST_F(ProjectFileTest, NumbersAreSavedInTheirShortestExactForm) {

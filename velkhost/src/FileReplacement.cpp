@@ -1,11 +1,14 @@
 #include "FileReplacement.h"
 
 #include <filesystem>
-#include <fstream>
+#include <ostream>
 #include <random>
+#include <streambuf>
 #include <system_error>
 #include <utility>
+#include <vector>
 
+#include "platform/SaveFile.h"
 #include "velkhost/OfflineHost.h"
 
 namespace velkhost::detail {
@@ -52,13 +55,18 @@ bool isReadOnly(const fs::file_status& status) {
            (status.permissions() & fs::perms::owner_write) == fs::perms::none;
 }
 
-// Removes the new file on every way out unless it has taken the old file's place.
-class NewFile {
+// The new file: removed on every way out, an interruption of the program included, unless it
+// has taken the old file's place.
+class NewFile : public std::streambuf {
   public:
-    explicit NewFile(fs::path path) : path_(std::move(path)) {}
+    explicit NewFile(fs::path path)
+        : path_(std::move(path)), removeOnInterrupt_(path_.string()), file_(path_.string()),
+          buffer_(kBufferSize) {
+        setp(buffer_.data(), buffer_.data() + buffer_.size());
+    }
     NewFile(const NewFile&) = delete;
     NewFile& operator=(const NewFile&) = delete;
-    ~NewFile() {
+    ~NewFile() override {
         if (!placed_) {
             std::error_code ignored;
             fs::remove(path_, ignored);
@@ -66,12 +74,65 @@ class NewFile {
     }
 
     const fs::path& path() const { return path_; }
+    bool isOpen() const { return file_.isOpen(); }
+    // Everything written reaches the disk; false when a write or the flush failed.
+    bool finish() { return sync() == 0 && file_.syncAndClose(); }
     void placed() { placed_ = true; }
 
+  protected:
+    int_type overflow(int_type c) override {
+        if (sync() != 0) {
+            return traits_type::eof();
+        }
+        if (!traits_type::eq_int_type(c, traits_type::eof())) {
+            *pptr() = traits_type::to_char_type(c);
+            pbump(1);
+        }
+        return traits_type::not_eof(c);
+    }
+    int sync() override {
+        const auto size = static_cast<std::size_t>(pptr() - pbase());
+        if (failed_ || !file_.write(pbase(), size)) {
+            failed_ = true;
+            return -1;
+        }
+        setp(buffer_.data(), buffer_.data() + buffer_.size());
+        return 0;
+    }
+
   private:
+    static constexpr std::size_t kBufferSize = std::size_t{1} << 16;
+
     fs::path path_;
+    platform::RemoveOnInterrupt removeOnInterrupt_;
+    platform::NewFileHandle file_;
+    std::vector<char> buffer_;
+    bool failed_ = false;
     bool placed_ = false;
 };
+
+// "<project name>.<8 hex digits>.tmp", the name freshNameBeside() gives.
+bool isNewFileNameOf(const std::string& name, const std::string& projectName) {
+    const std::size_t digitsAt = projectName.size() + 1;
+    if (name.size() != digitsAt + 8 + 4 || name.compare(0, projectName.size(), projectName) != 0 ||
+        name[projectName.size()] != '.' || name.compare(digitsAt + 8, 4, ".tmp") != 0) {
+        return false;
+    }
+    return name.find_first_not_of("0123456789abcdef", digitsAt) == digitsAt + 8;
+}
+
+// New files of earlier saves of `target` that were killed before they could remove them.
+void removeAbandonedNewFiles(const fs::path& target) {
+    const std::string projectName = target.filename().string();
+    const fs::path folder = target.has_parent_path() ? target.parent_path() : fs::path(".");
+    std::error_code error;
+    for (fs::directory_iterator it(folder, error), end; !error && it != end;
+         it.increment(error)) {
+        if (isNewFileNameOf(it->path().filename().string(), projectName)) {
+            platform::removeIfAbandoned(it->path().string());
+        }
+    }
+}
 
 }  // namespace
 
@@ -84,14 +145,14 @@ void replaceFileContent(const std::string& path,
         fail(path, "the file is read-only");
     }
 
+    removeAbandonedNewFiles(target);
     NewFile written(freshNameBeside(target));
-    std::ofstream out(written.path(), std::ios::binary | std::ios::trunc);
-    if (!out.is_open()) {
+    if (!written.isOpen()) {
         fail(path, "no new file can be made in its folder");
     }
+    std::ostream out(&written);
     writeContent(out);
-    out.close();
-    if (!out) {
+    if (!out.flush() || !written.finish()) {
         fail(path, "writing the new file beside it failed");
     }
     if (fs::exists(old)) {
@@ -104,6 +165,7 @@ void replaceFileContent(const std::string& path,
         fail(path, "the new file cannot take its place");
     }
     written.placed();
+    platform::syncFolder(target.has_parent_path() ? target.parent_path().string() : ".");
 }
 
 }  // namespace velkhost::detail

@@ -27,6 +27,10 @@
 // the byte 0x80, and every byte 1..255 is read and written back unchanged. A character that no
 // byte stands for is an error. Plain ASCII is the same in both.
 //
+// Lists and objects nest at most 100 deep; the first one deeper stops the reading with its path.
+// A key used twice in one object is refused, and so is an integer beyond 64 bits (no value of
+// a project is one), rather than read as a double.
+//
 // A capture of a session in the host application adds what it was taken from:
 //   "capture": {"taken": "2026-11-23T14:05:00Z", "library": "0.1.0",
 //               "missingExports": ["VelkGetNonCadObject"]}
@@ -44,10 +48,12 @@
 #include <limits>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <variant>
 #include <vector>
 
+#include "JsonPathTracker.h"
 #include "Project.h"
 #include "host/WindowsCodePage.h"
 
@@ -56,6 +62,16 @@ namespace velkhost::detail {
 namespace {
 
 using Pointer = Json::json_pointer;
+
+// The parser takes a NUL byte for the end of the text: a file holding one would be read as if
+// it ended there. No JSON text holds one, so it is refused, by where it is.
+void requireNoNulByte(std::string_view text, std::size_t offset, const std::string& source) {
+    const std::size_t at = text.find('\0');
+    if (at != std::string_view::npos) {
+        throw ProjectError(source + ": not valid JSON: a NUL byte at byte " +
+                           std::to_string(offset + at));
+    }
+}
 
 // A project file for the parser, read a megabyte at a time into one buffer, so that a large file
 // is never held whole. `progress` hears how many bytes have been parsed each time the next
@@ -97,6 +113,7 @@ class FileChunks {
             throw ProjectError(path_ + ": cannot be read");
         }
         const auto count = static_cast<std::size_t>(in_.gcount());
+        requireNoNulByte(std::string_view(buffer_.data(), count), consumed_, path_);
         if (count > 0 && consumed_ > 0 && progress_) {
             progress_(consumed_, std::max(size_, consumed_ + count));
         }
@@ -146,8 +163,8 @@ class ChunkPosition {
     FileChunks* chunks_ = nullptr;
 };
 
-// Gathers one JSON value from the parser's events the way the parser's own document does: a
-// repeated key keeps its first place and takes the last value.
+// Gathers one JSON value from the parser's events the way the parser's own document does (a
+// repeated key never comes here: the reader refuses it first).
 class ValueBuilder {
   public:
     bool empty() const { return open_.empty(); }
@@ -192,16 +209,27 @@ class ProjectReader {
         return std::move(project_);
     }
 
+    // Lists and objects nested deeper than this are refused: nothing in a project needs more
+    // than five levels, and a deeper document only costs memory and stack.
+    static constexpr std::size_t kMaxNesting = 100;
+
     // The parser's events.
     bool null() { return scalar(Json(nullptr)); }
     bool boolean(bool value) { return scalar(Json(value)); }
     bool number_integer(Json::number_integer_t value) { return scalar(Json(value)); }
     bool number_unsigned(Json::number_unsigned_t value) { return scalar(Json(value)); }
-    bool number_float(Json::number_float_t value, const std::string&) {
+    // An integer too large for 64 bits comes as a double; no global is an integer that large.
+    bool number_float(Json::number_float_t value, const std::string& text) {
+        if (text.find_first_of(".eE") == std::string::npos) {
+            checked([&] {
+                fail(path_.valuePath(), "an integer between -2147483648 and 2147483647");
+            });
+        }
         return scalar(Json(value));
     }
     bool binary(Json::binary_t& value) { return scalar(Json(value)); }
     bool string(std::string& text) {
+        path_.scalar();
         return checked([&] {
             if (level_ == Level::Lines && section_.empty()) {
                 addLine(text);
@@ -211,6 +239,9 @@ class ProjectReader {
         });
     }
     bool start_object(std::size_t) {
+        if (!opened(false)) {
+            return false;
+        }
         return checked([&] {
             if (level_ == Level::Root && section_.empty()) {
                 level_ = Level::Sections;
@@ -223,6 +254,9 @@ class ProjectReader {
         });
     }
     bool start_array(std::size_t) {
+        if (!opened(true)) {
+            return false;
+        }
         return checked([&] {
             if (level_ == Level::Stores && section_.empty()) {
                 level_ = Level::Records;
@@ -235,6 +269,9 @@ class ProjectReader {
         });
     }
     bool key(std::string& name) {
+        if (!path_.key(name)) {
+            checked([&] { fail(path_.path() / name, "a key not used before in its object"); });
+        }
         return checked([&] {
             if (!section_.empty()) {
                 builder_.key(name);
@@ -248,6 +285,7 @@ class ProjectReader {
         });
     }
     bool end_object() {
+        path_.close();
         return checked([&] {
             if (!section_.empty()) {
                 closeContainer();
@@ -257,6 +295,7 @@ class ProjectReader {
         });
     }
     bool end_array() {
+        path_.close();
         return checked([&] {
             if (!section_.empty()) {
                 closeContainer();
@@ -289,19 +328,30 @@ class ProjectReader {
         return true;
     }
 
+    // Stops the reading at a list or object nested too deep.
+    bool opened(bool isList) {
+        path_.open(isList);
+        if (path_.depth() <= kMaxNesting) {
+            return true;
+        }
+        checked([&] {
+            fail(path_.path(), "at most " + std::to_string(kMaxNesting) +
+                                   " lists and objects nested in each other");
+        });
+        return false;
+    }
+
     void beginSection(const std::string& name) {
         static const std::array<const char*, 5> kSections = {"environment", "globals", "stores",
                                                              "cad", "capture"};
         if (std::find(kSections.begin(), kSections.end(), name) == kSections.end()) {
             fail(Pointer() / name, "one of environment, globals, stores, cad, capture");
         }
-        if (name == "stores") {
-            project_.stores.clear();  // a repeated key takes the last value
-        }
         section_ = name;
     }
 
     bool scalar(Json value) {
+        path_.scalar();
         return checked([&] { addValue(std::move(value)); });
     }
 
@@ -327,6 +377,9 @@ class ProjectReader {
         std::optional<std::string> bytes = hostBytes(text);
         if (!bytes) {
             fail(linePath(), "a text line of Windows-1252 characters");
+        }
+        if (bytes->find('\0') != std::string::npos) {
+            fail(linePath(), "a text line without a NUL character (the host ends a line there)");
         }
         record.push_back(*std::move(bytes));
     }
@@ -666,11 +719,13 @@ class ProjectReader {
     std::string storeKey_;
     Records* records_ = nullptr;  // the records of the store being read
     std::optional<ProjectError> mismatch_;
+    JsonPathTracker path_;
 };
 
 }  // namespace
 
 Project parseProject(const std::string& text, const std::string& sourceName) {
+    requireNoNulByte(text, 0, sourceName);
     return ProjectReader(sourceName).read(text.data(), text.data() + text.size());
 }
 

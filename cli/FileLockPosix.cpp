@@ -1,0 +1,57 @@
+// The file lock on POSIX systems: flock(2) on the file itself. A save renames a new file over the
+// old one, so a run that got the lock of the file it opened checks that the path still names
+// that file, and otherwise locks the new one.
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <utility>
+
+#include "FileLock.h"
+
+namespace velk {
+
+namespace {
+
+bool sameFile(int fd, const std::string& path) {
+    struct stat opened {};
+    struct stat named {};
+    return ::fstat(fd, &opened) == 0 && ::stat(path.c_str(), &named) == 0 &&
+           opened.st_dev == named.st_dev && opened.st_ino == named.st_ino;
+}
+
+}  // namespace
+
+FileLock::FileLock(std::string path) : path_(std::move(path)), handle_(-1) {}
+
+FileLock::~FileLock() { release(); }
+
+void FileLock::release() {
+    if (handle_ >= 0) {
+        ::close(static_cast<int>(handle_));  // closing releases the lock
+        handle_ = -1;
+    }
+}
+
+FileLock::Attempt FileLock::tryLock() {
+    for (;;) {
+        release();
+        const int fd = ::open(path_.c_str(), O_RDONLY | O_CLOEXEC);
+        if (fd < 0) {
+            return Attempt::Failed;
+        }
+        handle_ = fd;
+        if (::flock(fd, LOCK_EX | LOCK_NB) != 0) {
+            release();
+            return Attempt::Busy;
+        }
+        if (sameFile(fd, path_)) {
+            return Attempt::Locked;
+        }
+    }
+}
+
+bool errorsGoToTerminal() { return ::isatty(STDERR_FILENO) != 0; }
+
+}  // namespace velk
