@@ -25,4 +25,5 @@
 #include <velkapi/ToolSection.h>
 #include <velkapi/TurnToolSection.h>
 #include <velkapi/Value.h>
+#include <velkapi/Version.h>
 #include <velkapi/VelkObject.h>
