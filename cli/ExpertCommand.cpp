@@ -1,9 +1,12 @@
-// velk expert PROJECT --store N [--op K] [--lines]: the machining parameters of one operation, or
-// of every machining operation of the store, in their expert form: every value as text. --lines
-// prints the expert form's text lines instead of one line per key.
+// velk expert PROJECT --store N [--op K] [--lines | --json]: the machining parameters of one
+// operation, or of every machining operation of the store, in their expert form: every value as
+// text, "not set" as velk show prints it. --lines prints the expert form's text lines instead of
+// one line per key, --json the values as JSON.
 #include <velkapi/ExpertParameterSection.h>
 #include <velkapi/MillDrillOperation.h>
 #include <velkhost/OfflineHost.h>
+
+#include <nlohmann/json.hpp>
 
 #include <iostream>
 #include <memory>
@@ -25,7 +28,32 @@ struct ExpertOptions {
     int store = 0;
     std::optional<int> op;
     bool lines = false;
+    bool json = false;
 };
+
+// How the "not set" marker of the plain parameters reads in the expert form, besides the
+// markers velk show knows: an empty text, and the double marker as a record stores it, to six
+// digits.
+bool holdsExpertUnset(const VelkApi::SectionDictionary& section, const std::string& key) {
+    if (holdsUnset(section, key)) {
+        return true;
+    }
+    if (section.dataTypeOf(key) != VelkApi::ValueDataType::String) {
+        return false;
+    }
+    const std::string text = section.getString(key);
+    return text.empty() || text == "2.14748e+09";
+}
+
+// An entry's value as velk show prints it: "unset", or the text the expert form holds.
+std::string expertValue(const VelkApi::SectionDictionary& section, const std::string& key) {
+    return holdsExpertUnset(section, key) ? kUnsetWord : entryText(section, key);
+}
+
+nlohmann::ordered_json expertJson(const VelkApi::SectionDictionary& section,
+                                  const std::string& key) {
+    return holdsExpertUnset(section, key) ? nullptr : jsonValue(section, key);
+}
 
 // The operation asked for, or every machining operation of the store.
 std::vector<int> chosenOperations(const ExpertOptions& options) {
@@ -44,24 +72,46 @@ std::vector<int> chosenOperations(const ExpertOptions& options) {
     return chosen;
 }
 
-void printExpertForm(const ExpertOptions& options, int nr) {
-    const auto op = readOperation(options.store, nr);
-    VelkApi::ExpertParameterSection expert(op->getOperationType());
+VelkApi::ExpertParameterSection expertFormOf(const VelkApi::MillDrillOperation& op) {
+    VelkApi::ExpertParameterSection expert(op.getOperationType());
     expert.Init();
-    if (const VelkApi::ParameterSection* parameters = op->getParameterSection()) {
+    if (const VelkApi::ParameterSection* parameters = op.getParameterSection()) {
         expert.readFromParameters(*parameters);
     }
+    return expert;
+}
+
+void printExpertForm(const ExpertOptions& options, int nr) {
+    const auto op = readOperation(options.store, nr);
+    VelkApi::ExpertParameterSection expert = expertFormOf(*op);
     std::cout << "store " << options.store << ", operation " << nr << ": "
               << kindName(op->getOperationType()) << "\n";
     if (options.lines) {
+        // A list of n lines receives the value lines 0 .. n - 2: the last one stays empty.
         std::vector<std::string> lines(static_cast<std::size_t>(expert.getLineCount()));
         expert.writeToStrings(lines);
+        lines.pop_back();
         for (const std::string& line : lines) {
             std::cout << line << "\n";
         }
     } else {
-        printEntries(expert, entryText);
+        printEntries(expert, expertValue);
     }
+}
+
+nlohmann::ordered_json expertFormJson(const ExpertOptions& options, int nr) {
+    const auto op = readOperation(options.store, nr);
+    const VelkApi::ExpertParameterSection expert = expertFormOf(*op);
+    nlohmann::ordered_json parameters = nlohmann::ordered_json::object();
+    std::vector<std::string> keys;
+    for (const std::string& key : expert.readKeys(keys)) {
+        parameters[key] = {{"type", dataTypeName(expert.dataTypeOf(key))},
+                           {"value", expertJson(expert, key)}};
+    }
+    return {{"store", options.store},
+            {"operation", nr},
+            {"kind", kindName(op->getOperationType())},
+            {"parameters", parameters}};
 }
 
 void printExpert(const ExpertOptions& options) {
@@ -71,9 +121,18 @@ void printExpert(const ExpertOptions& options) {
     const std::vector<int> chosen = chosenOperations(options);
     const Utf8Output utf8;
     Progress progress("operations", chosen.size());
+    nlohmann::ordered_json forms = nlohmann::ordered_json::array();
     for (const int nr : chosen) {
-        printExpertForm(options, nr);
+        if (options.json) {
+            forms.push_back(expertFormJson(options, nr));
+        } else {
+            printExpertForm(options, nr);
+        }
         progress.advance();
+    }
+    if (options.json) {
+        // One operation asked for is one object, as velk show prints it; a store is a list.
+        std::cout << (options.op ? forms.front() : forms).dump(2) << "\n";
     }
     reportHostMessages();
 }
@@ -91,9 +150,12 @@ void addExpertCommand(CLI::App& app) {
                        "Operation number in the store (from 0); every machining operation of the "
                        "store when left out")
         ->transform(wholeDecimalNumber());
-    expert->add_flag("--lines", options->lines,
-                     "Print the expert form's text lines: the kind's name, then the values by "
-                     "number, each followed by a blank");
+    CLI::Option* lines = expert->add_flag(
+        "--lines", options->lines,
+        "Print the expert form's text lines: line k holds the values numbered 100 k to "
+        "100 k + 99, in number order, each followed by a blank");
+    expert->add_flag("--json", options->json, "Print JSON instead of text (not set: null)")
+        ->excludes(lines);
     expert->callback([options] { printExpert(*options); });
 }
 

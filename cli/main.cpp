@@ -1,5 +1,6 @@
 // velk: inspect and edit the operations of a project file through the VelkApi library, with
 // the offline host standing in for the CAM application.
+#include <velkapi/Version.h>
 #include <velkhost/OfflineHost.h>
 
 #include <cstdio>
@@ -48,11 +49,19 @@ int finish(int status) {
     return velk::hostReportedErrors() ? 2 : status;
 }
 
+// "velk 0.1.0 (VelkApi library 0.1.0)": velk's own version and that of the library it loaded.
+std::string versionText() {
+    return std::string("velk ") + VELK_VERSION + " (VelkApi library " +
+           VelkApi::libraryVersion() + ")";
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
     CLI::App app{"velk - read and edit the milling and drilling operations of a project file"};
     app.require_subcommand(1);
+    app.set_version_flag("--version", versionText(), "Print velk's version and the library's");
+    app.footer(versionText());
     velk::addWalkCommand(app);
     velk::addOpsCommand(app);
     velk::addShowCommand(app);

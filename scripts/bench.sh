@@ -18,7 +18,7 @@ case "${1:-}" in
 esac
 
 cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DVELKAPI_BUILD_TESTS=OFF \
-  -DVELKAPI_BUILD_BENCHMARKS=ON >/dev/null
+  -DVELKAPI_BUILD_BENCHMARKS=ON -DVELKAPI_WARNINGS_AS_ERRORS=ON >/dev/null
 cmake --build "$build" -j2 --target velkapi_bench make-large-project velk
 
 "$build/bench/velkapi_bench" --benchmark_min_time="$min_time" \

@@ -18,7 +18,7 @@ cd "$(dirname "$0")/.."
 scripts/install-deps.sh coverage
 
 build=build-coverage
-cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Debug \
+cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Debug -DVELKAPI_WARNINGS_AS_ERRORS=ON \
   -DCMAKE_CXX_FLAGS="--coverage -fprofile-update=atomic" \
   -DCMAKE_EXE_LINKER_FLAGS=--coverage -DCMAKE_SHARED_LINKER_FLAGS=--coverage
 cmake --build "$build" -j2

@@ -8,7 +8,8 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/install-deps.sh
-cmake -S . -B build-demo -G Ninja -DCMAKE_BUILD_TYPE=Release -DVELKAPI_BUILD_TESTS=OFF >/dev/null
+cmake -S . -B build-demo -G Ninja -DCMAKE_BUILD_TYPE=Release -DVELKAPI_BUILD_TESTS=OFF \
+  -DVELKAPI_WARNINGS_AS_ERRORS=ON >/dev/null
 cmake --build build-demo -j2 --target velk
 velk=build-demo/cli/velk
 project=examples/demo-project.json

@@ -3,7 +3,7 @@
 # Usage: scripts/fuzz.sh [TARGET|all] [SECONDS]
 #   TARGET SECONDS  runs fuzz_TARGET that long; its new inputs and findings are kept in
 #                   build-fuzz/findings/TARGET/.
-#   all, or nothing runs every target for the CI budget (30 seconds each unless SECONDS says
+#   all, or nothing runs every target for the CI budget (20 seconds each unless SECONDS says
 #                   otherwise), one after another.
 # Any finding (a crash, a sanitizer report, a leak, a time-out) stops the script with an error;
 # the input that caused it is in build-fuzz/findings/TARGET/ and reproduces with
@@ -13,7 +13,7 @@ cd "$(dirname "$0")/.."
 scripts/install-deps.sh fuzz
 
 target=${1:-all}
-seconds=${2:-30}
+seconds=${2:-20}
 if ! [[ "$seconds" =~ ^[0-9]+$ ]]; then
   echo "fuzz.sh: SECONDS must be a whole number, not \"$seconds\"" >&2
   exit 2
@@ -22,7 +22,7 @@ build=build-fuzz
 
 cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
   -DCMAKE_CXX_COMPILER=clang++ -DVELKAPI_BUILD_FUZZERS=ON \
-  -DVELKAPI_BUILD_TESTS=OFF -DVELKAPI_BUILD_TOOLS=OFF
+  -DVELKAPI_BUILD_TESTS=OFF -DVELKAPI_BUILD_TOOLS=OFF -DVELKAPI_WARNINGS_AS_ERRORS=ON
 mapfile -t targets < "$build/fuzz/targets.txt"
 if [[ "$target" == all ]]; then
   cmake --build "$build" -j2 --target fuzzers

@@ -9,7 +9,7 @@ scripts/install-deps.sh windows
 build="build-windows"
 # (--no-warn-unused-cli: a build folder configured before keeps its toolchain and ignores the option)
 cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Debug --no-warn-unused-cli \
-  -DCMAKE_TOOLCHAIN_FILE="$PWD/cmake/toolchain-mingw64.cmake"
+  -DCMAKE_TOOLCHAIN_FILE="$PWD/cmake/toolchain-mingw64.cmake" -DVELKAPI_WARNINGS_AS_ERRORS=ON
 cmake --build "$build" -j2
 
 # One Wine server and one set of Wine services for all test programs (scripts/wine-run.sh).

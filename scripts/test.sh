@@ -15,6 +15,7 @@ if [[ "${1:-}" == --sanitize ]]; then
   export UBSAN_OPTIONS=halt_on_error=1:print_stacktrace=1
 fi
 
-cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Debug "${flags[@]}"
+cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Debug -DVELKAPI_WARNINGS_AS_ERRORS=ON \
+  "${flags[@]}"
 cmake --build "$build" -j2
 ctest --test-dir "$build" -j2 --output-on-failure

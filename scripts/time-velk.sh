@@ -11,7 +11,7 @@ scripts/install-deps.sh bench
 operations=${1:-100000}
 build=build-bench
 cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DVELKAPI_BUILD_TESTS=OFF \
-  -DVELKAPI_BUILD_BENCHMARKS=ON >/dev/null
+  -DVELKAPI_BUILD_BENCHMARKS=ON -DVELKAPI_WARNINGS_AS_ERRORS=ON >/dev/null
 cmake --build "$build" -j2 --target make-large-project time-project-file velk >/dev/null
 
 work=$(mktemp -d)

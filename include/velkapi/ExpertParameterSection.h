@@ -5,13 +5,15 @@
 /// settings (see GeolibWrapper).
 ///
 /// The lines, as writeToStrings writes them and readFromStrings reads them:
-///   line 0        the kind's name ("POCKET", ...)
-///   line 1 + k    the values numbered 100 k .. 100 k + 99 (k up to 3; numbers from 400 on go
+///   line k        the values numbered 100 k .. 100 k + 99 (k up to 3; numbers from 400 on go
 ///                 to the line of the entry before them), in number order, each followed by
 ///                 one blank
-/// An int is written in decimal; the option bits that share a number are one unsigned field, the
-/// sum of 2^(bit-1) over the true bits; a text as it is, in single quotes when it holds a blank,
-/// and an empty text as 2147483647, which reads back as an empty text.
+/// The caller sizes the list: a list of n lines holds lines 0 .. n - 2, so one of getLineCount()
+/// lines holds every entry, and its last line is not used. An int is written in decimal; the
+/// option bits that share a number are one unsigned field, the sum of 2^(bit-1) over the true
+/// bits; a text as it stands, and an empty text as 2147483647, which reads back as an empty text.
+/// Fields are separated by blanks, so a text holding a blank does not read back as it was
+/// written: its first word is its field, and every later field moves one entry on.
 #pragma once
 
 #include <string>
@@ -40,19 +42,21 @@ class VELKAPI_EXPORT ExpertParameterSection : public ParameterSection {
     /// Declares the expert catalogue of the kind. The defaults of the clearance and retract
     /// entries are the host's "w_setup_cle" and "w_setup_ret" as "%.1f" texts ("2" each when the
     /// host cannot give them); the default of "$_project" is the host's "$_project". Sets the
-    /// line count to the number of lines that hold every entry, the name line included.
+    /// line count to the size of a list that receives every entry: the value lines, plus one.
     virtual void Init();
     /// The expert form has no machine-dependent entries: the same as Init().
     void Init(bool machineAware) override;
     ValueDataType getValueDataType(const std::string& key) override;
 
-    /// Writes the name line and lines.size() - 1 value lines into `lines`: the caller sizes it to
-    /// say how many lines it wants (getLineCount() holds every entry). Entries on later lines are
-    /// left out. When a value cannot be written, `lines` stays as it was.
+    /// Writes value lines 0 .. lines.size() - 2 into `lines`, each replacing the text it held:
+    /// the caller sizes `lines` to say how many value lines it wants (getLineCount() holds every
+    /// entry). Entries on later lines are left out; the last line of `lines` is left as it was,
+    /// so a list of one line receives nothing.
     virtual void writeToStrings(std::vector<std::string>& lines);
-    /// The reverse of writeToStrings: every field is read back into the entry it was written
-    /// from. Entries whose line or field is missing keep their values; when a field does not fit
-    /// its entry, nothing is changed.
+    /// The reverse of writeToStrings: every field of value lines 0 .. lines.size() - 2 is read
+    /// back into the entry it was written from. Entries whose line or field is missing keep
+    /// their values; when a field does not fit its entry, nothing is changed. The kind's name
+    /// is not part of the lines and stays as it is.
     virtual void readFromStrings(const std::vector<std::string>& lines);
 
     /// Takes the values of the plain parameter section of an operation of the same kind: each

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "host/ErrorBoundary.h"
+#include "host/HostExports.h"
 
 namespace VelkApi {
 
@@ -24,6 +25,23 @@ constexpr int kStandardSteps = 6;
 std::string withReason(const char* prefix, const char* reason) {
     return std::string(prefix) + " => " + reason;
 }
+
+// The store GetOperationType reads the kind from. It is closed only while the host still counts
+// it open: a store the host has closed behind the library's back is let go without a message.
+class KindLookupStore : public MillTurnVdm {
+  public:
+    using MillTurnVdm::MillTurnVdm;
+    ~KindLookupStore() override { closeIfStillOpen(); }
+    KindLookupStore(const KindLookupStore&) = delete;
+    KindLookupStore& operator=(const KindLookupStore&) = delete;
+
+    void closeIfStillOpen() {
+        if (handle != 0 && host::MacroVdmCheckOpen(vdmName) != 0) {
+            host::MacroVdmClose(handle);
+        }
+        handle = 0;
+    }
+};
 
 }  // namespace
 
@@ -73,11 +91,9 @@ MillDrillOperationType MillDrillOperation::GetOperationType(int vdmName, int nr)
         return withReason("Error in MillDrillOperation::GetOperationType()", reason);
     };
     return guarded(Kind::REDRAW, describe, [&] {
-        MillTurnVdm store(vdmName);
+        KindLookupStore store(vdmName);
         const Kind kind = GetMillDrillOperationType(&store, nr);
-        if (store.isOpen()) {
-            store.Close();
-        }
+        store.closeIfStillOpen();
         return kind;
     });
 }

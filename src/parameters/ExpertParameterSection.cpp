@@ -3,6 +3,7 @@
 #include <velkapi/MacroExport.h>
 #include <velkapi/Value.h>
 
+#include <algorithm>
 #include <charconv>
 #include <cstdint>
 #include <functional>
@@ -23,9 +24,8 @@ using detail::guarded;
 
 namespace {
 
-// Numbers 300 to 399 have a line of their own; options are written unsigned, texts with blanks
-// in quotes.
-constexpr parameters::LineLayout kExpertLayout{3, false, true};
+// Numbers 300 to 399 have a line of their own; options are written unsigned.
+constexpr parameters::LineLayout kExpertLayout{3, false};
 
 // "Error in ExpertParameterSection::<operation>() => <reason>".
 auto failureOf(const char* operation) {
@@ -34,21 +34,12 @@ auto failureOf(const char* operation) {
     };
 }
 
-// The next field of `line` from `pos`: a run of non-blank characters, or a text in single
-// quotes. False when the line has no further field.
+// The next field of `line` from `pos`: a run of non-blank characters. False when the line has
+// no further field.
 bool nextField(const std::string& line, std::size_t& pos, std::string& field) {
     text::skipBlanks(line, pos);
     if (pos >= line.size()) {
         return false;
-    }
-    if (line[pos] == '\'') {
-        const std::size_t close = line.find('\'', pos + 1);
-        if (close == std::string::npos) {
-            throw std::invalid_argument("a text in quotes without its closing quote");
-        }
-        field = line.substr(pos + 1, close - pos - 1);
-        pos = close + 1;
-        return true;
     }
     const std::size_t begin = pos;
     while (pos < line.size() && !text::isBlank(line[pos])) {
@@ -229,8 +220,7 @@ void ExpertParameterSection::writeToStrings(std::vector<std::string>& lines) {
         }
         std::vector<std::string> written =
             parameters::composeValueLines(entriesByNumber(), lines.size() - 1, kExpertLayout);
-        written.insert(written.begin(), operationTypeName);
-        lines = std::move(written);
+        std::move(written.begin(), written.end(), lines.begin());
     });
 }
 
@@ -244,15 +234,16 @@ void ExpertParameterSection::readFromStrings(const std::vector<std::string>& lin
         if (lines.empty()) {
             return;
         }
+        const std::size_t valueLines = lines.size() - 1;
         // Every field is read before any entry changes.
         std::vector<std::function<void()>> assignments;
         std::vector<std::size_t> positions(lines.size(), 0);
         const std::vector<SectionValue*> sorted = entriesByNumber();
         for (const parameters::Field& field : parameters::fieldsOf(sorted, kExpertLayout)) {
             SectionValue* entry = sorted[field.first];
-            const auto lineIndex = static_cast<std::size_t>(field.line) + 1;
+            const auto lineIndex = static_cast<std::size_t>(field.line);
             std::string text;
-            if (!isWritten(*entry) || field.line < 0 || lineIndex >= lines.size() ||
+            if (!isWritten(*entry) || field.line < 0 || lineIndex >= valueLines ||
                 !nextField(lines[lineIndex], positions[lineIndex], text)) {
                 continue;
             }
@@ -280,7 +271,6 @@ void ExpertParameterSection::readFromStrings(const std::vector<std::string>& lin
                     break;
             }
         }
-        operationTypeName = lines.front();
         for (const auto& assign : assignments) {
             assign();
         }

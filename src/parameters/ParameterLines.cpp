@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <optional>
-#include <stdexcept>
 
 #include "model/TextHelpers.h"
 
@@ -24,21 +23,9 @@ int lineOf(int number, int previousLine, int lastNumberedLine) {
     return line <= lastNumberedLine ? line : previousLine;
 }
 
-// A text as one field: as it is, or in single quotes where it holds white space or starts with
-// a quote, so that it reads back whole. Such a text cannot hold a quote itself.
-std::string textField(const SectionValue& entry, const std::string& value, bool quote) {
-    if (value.empty()) {
-        return kEmptyText;
-    }
-    const bool hasBlank = std::any_of(value.begin(), value.end(), text::isBlank);
-    if (!quote || (!hasBlank && value.front() != '\'')) {
-        return value;
-    }
-    if (value.find('\'') != std::string::npos) {
-        throw std::invalid_argument("the text of " + entry.getName() + ", \"" + value +
-                                    "\", holds a quote and would need quotes");
-    }
-    return "'" + value + "'";
+// A text as one field: as it stands, the empty text as the "not set" marker.
+std::string textField(const std::string& value) {
+    return value.empty() ? kEmptyText : value;
 }
 
 // The sum of 2^(bit-1) over the true bits of an option group.
@@ -78,7 +65,7 @@ std::optional<std::string> fieldText(const std::vector<SectionValue*>& sorted, c
         case ValueDataType::String: {
             std::string value;
             entry.getValue(&value);
-            return textField(entry, value, layout.quoteTextsWithBlanks);
+            return textField(value);
         }
         default:
             return std::nullopt;

@@ -5,7 +5,8 @@
 // the layout's last numbered line; beyond it, on the line of the entry before it. Its field is
 // the next one of that line: the field position n % 100 is not consulted. Option bits that share
 // a number, one after the other, make one field: the sum of 2^(bit-1) over their true bits.
-// Every field is followed by one blank.
+// Every field is followed by one blank; a text is written as it stands, the empty text as
+// kEmptyText.
 #pragma once
 
 #include <cstddef>
@@ -23,7 +24,6 @@ constexpr const char* kEmptyText = "2147483647";
 struct LineLayout {
     int lastNumberedLine;       // from 100 * (this + 1) on, the line of the entry before
     bool signedOptionWords;     // an option word of 32 bits written as a signed or unsigned int
-    bool quoteTextsWithBlanks;  // a text holding white space written in single quotes
 };
 
 // One field: the entry sorted[first], or the option group sorted[first] .. sorted[end - 1].
@@ -40,7 +40,8 @@ std::vector<Field> fieldsOf(const std::vector<SectionValue*>& sorted, const Line
 std::vector<std::string> composeValueLines(const std::vector<SectionValue*>& sorted,
                                            std::size_t count, const LineLayout& layout);
 
-// The number of lines, the name line included, that hold every field.
+// The number of lines that hold every field, plus one: the record's name line before them, or
+// the line the expert form's caller adds after them.
 int linesHolding(const std::vector<Field>& fields);
 
 // Each option entry of a group becomes true exactly when its bit is set in `word`.

@@ -23,7 +23,7 @@ using detail::guarded;
 namespace {
 
 // The record's layout: numbers from 300 on take the line before theirs.
-constexpr parameters::LineLayout kRecordLayout{2, true, false};
+constexpr parameters::LineLayout kRecordLayout{2, true};
 
 // Until the host's setup values are read.
 constexpr double kSetupClearance = 0.42;

@@ -4,24 +4,12 @@
 
 namespace VelkApi::parameters {
 
-namespace {
-
-// One of the host's setup values into `target`; false, leaving `target`, when the host cannot
-// give it.
-bool readSetupValue(const char* name, double& target) {
-    double value = 0.0;
-    if (MacroExport::GetGlobalDoubleVar(name, value) == 0) {
-        return false;
-    }
-    target = value;
-    return true;
-}
-
-}  // namespace
-
 bool readSetupValues(double& clearance, double& retract) {
     try {
-        return readSetupValue("w_setup_cle", clearance) && readSetupValue("w_setup_ret", retract);
+        // Both are read whatever the first gives; the host's read assigns its result either way.
+        const bool clearanceRead = MacroExport::GetGlobalDoubleVar("w_setup_cle", clearance) != 0;
+        const bool retractRead = MacroExport::GetGlobalDoubleVar("w_setup_ret", retract) != 0;
+        return clearanceRead && retractRead;
     } catch (...) {
         return false;
     }

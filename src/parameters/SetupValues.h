@@ -4,9 +4,9 @@
 
 namespace VelkApi::parameters {
 
-// Reads the two values in that order, each into its target as the host gives it. The reads stop
-// at the first value the host cannot give, and the values that stand are kept; true when both
-// were read. Never throws.
+// Reads both values, in that order, each straight into its target: the host's read assigns what
+// the host returned, whether or not it could give the value. A value that cannot be read does
+// not stop the other; true when both were read. Never throws.
 bool readSetupValues(double& clearance, double& retract);
 
 }  // namespace VelkApi::parameters

@@ -55,7 +55,10 @@ TEST_F(CaptureReplayTest, TheCapturedSessionReplaysOfflineExactly) {
              "geometry.0001(island) = ISLAND type 20 #103 instance 0 section 1",
              "geometry.0000(x10 y10 z0) = X10 Y10 Z0 type 1 #201 instance -1 section 0",
              "geometry.0000(g1) = G1 type 29 #301 instance -1 section 0",
-             "expert: PROFILE",
+             "expert: 1 0 0 0 1 0.2 -30 0 5 0 0 0 0 -999999 -999999 -999999 -999999 0 -999999 "
+             "-999999 -999999 -999999 1 0 0 0 33554434 2147483647 0 0 2 10 2.14748e+09 "
+             "2.14748e+09 0 1.5 50 100 0 50 50 0 0 ",
+             "expert: bracket ",
              "tools 7",
              "tool1.$_t_tooldesc = Face mill 50 mm, 5 inserts",
              "tool1.w_t_diam = 50.000000",

@@ -5,6 +5,7 @@
 #   READ_ONLY            make the copy read-only
 #   EXPECTED_EXIT        the exit code (default 0)
 #   EXPECTED             a file the standard output must equal byte for byte
+#   EXPECTED_IN_OUTPUT   a text the standard output must hold somewhere
 #   EXPECTED_ERROR       the first line of standard error
 #   EXPECTED_ERRORS      every line of standard error
 #   EXPECTED_STDERR      a file standard error must equal byte for byte
@@ -62,6 +63,12 @@ function(expect_content what text expected_file)
 endfunction()
 if(DEFINED EXPECTED)
   expect_content("output" "${out}" ${EXPECTED})
+endif()
+if(DEFINED EXPECTED_IN_OUTPUT)
+  string(FIND "${out}" "${EXPECTED_IN_OUTPUT}" at)
+  if(at EQUAL -1)
+    message(FATAL_ERROR "the output does not hold '${EXPECTED_IN_OUTPUT}':\n${out}")
+  endif()
 endif()
 if(DEFINED EXPECTED_ERROR)
   string(REGEX REPLACE "\n.*" "" first_line "${err}")

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 #include <velkapi/MillDrillOperation.h>
 
+#include "ErrorLog.h"
 #include "HostFixture.h"
 
 using namespace VelkApi;
@@ -103,6 +104,29 @@ TEST_F(StoredOperationTypeTest, KindComesFromTheParameterSectionsFirstLine) {
     EXPECT_EQ(MillDrillOperation::GetOperationType(2, 3), Kind::POCKET);
     EXPECT_EQ(MillDrillOperation::GetOperationType(2, 6), Kind::Unknown);
     EXPECT_EQ(host().callCount("VelkMacroVdmOpen"), host().callCount("VelkMacroVdmClose"));
+    EXPECT_TRUE(boxes().empty());
+}
+
+TEST_F(StoredOperationTypeTest, ClosesTheStoreItOpenedOnce) {
+    EXPECT_EQ(MillDrillOperation::GetOperationType(2, 3), Kind::POCKET);
+    EXPECT_EQ(host().callCount("VelkMacroVdmOpen"), 1);
+    EXPECT_EQ(host().callCount("VelkMacroVdmClose"), 1);
+    EXPECT_TRUE(boxes().empty());
+}
+
+TEST_F(StoredOperationTypeTest, AStoreClosedBehindItsBackIsLetGoWithoutAMessageOfItsOwn) {
+    host().closeBehindLibraryOnOpen(2, true);
+    testsupport::ErrorLogWatch log;
+    EXPECT_EQ(MillDrillOperation::GetOperationType(2, 3), Kind::REDRAW);
+    // Only the read that found the store closed speaks; closing adds nothing.
+    EXPECT_EQ(boxes(), std::vector<std::string>{"VelkApi::MillTurnVdm|2: Operation 3 (0 based) "
+                                                "out of range (0 oprations)"});
+    EXPECT_EQ(host().callCount("VelkMacroVdmClose"), 0);
+    EXPECT_TRUE(log.texts().empty());
+    // No handle stays behind: the store opens again, with no box.
+    host().clearFaults();
+    host().clearMessageBoxes();
+    EXPECT_EQ(MillDrillOperation::GetOperationType(2, 3), Kind::POCKET);
     EXPECT_TRUE(boxes().empty());
 }
 

@@ -63,7 +63,7 @@ class ParametersExpert : public paramtest::ParametersTest {
 };
 
 // Gives every entry a value apart from its default: ints count up (one negative), texts are
-// numbers, texts with blanks, the empty text and a text with a quote, options alternate.
+// numbers, words, the empty text and a text with a quote, options alternate.
 void giveEveryEntryAValue(OpenExpertSection& section) {
     int i = 0;
     for (SectionValue* entry : section.entriesByNumber()) {
@@ -75,7 +75,7 @@ void giveEveryEntryAValue(OpenExpertSection& section) {
                 break;
             }
             case ValueDataType::String: {
-                const std::string texts[] = {"", "deep pocket " + std::to_string(i),
+                const std::string texts[] = {"", "deep_pocket_" + std::to_string(i),
                                              std::to_string(i) + ",5", "-" + std::to_string(i),
                                              "it's"};
                 entry->setValue(&texts[i % 5]);
@@ -107,16 +107,27 @@ TEST_F(ParametersExpert, SetupValuesBecomeTextsWithOneDecimal) {
     EXPECT_TRUE(boxes().empty());
 }
 
-TEST_F(ParametersExpert, WithoutTheSetupValuesBothTextsAre2AndTheFailureIsTraced) {
-    host().removeGlobal("w_setup_ret");
-    TraceLogWatch trace;
-    ErrorLogWatch log;
-    const auto section = initialised(Type::PROFILE);
-    EXPECT_EQ(trace.appended(), "Error in ExpertParameterSection - GetGlobalDoubleVar\n");
-    EXPECT_TRUE(log.texts().empty());
-    EXPECT_EQ(boxes(), Texts{"VelkApi::MacroExport::GetGlobalIntVar Failed|w_setup_ret"});
-    EXPECT_EQ(section->getString("w_clearp"), "2");
-    EXPECT_EQ(section->getString("w_retract_height"), "2");
+TEST_F(ParametersExpert, WithoutEitherSetupValueBothTextsAre2AndTheFailureIsTracedOnce) {
+    const std::vector<std::vector<std::string>> missing = {
+        {"w_setup_cle"}, {"w_setup_ret"}, {"w_setup_cle", "w_setup_ret"}};
+    for (const std::vector<std::string>& names : missing) {
+        host().clearMessageBoxes();
+        Texts expectedBoxes;
+        for (const std::string& name : names) {
+            host().removeGlobal(name);
+            expectedBoxes.push_back("VelkApi::MacroExport::GetGlobalIntVar Failed|" + name);
+        }
+        TraceLogWatch trace;
+        ErrorLogWatch log;
+        const auto section = initialised(Type::PROFILE);
+        EXPECT_EQ(trace.appended(), "Error in ExpertParameterSection - GetGlobalDoubleVar\n");
+        EXPECT_TRUE(log.texts().empty());
+        EXPECT_EQ(boxes(), expectedBoxes);
+        EXPECT_EQ(section->getString("w_clearp"), "2");
+        EXPECT_EQ(section->getString("w_retract_height"), "2");
+        host().setGlobal("w_setup_cle", 0.42);
+        host().setGlobal("w_setup_ret", 4.26);
+    }
 }
 
 TEST_F(ParametersExpert, WithoutTheHostsProjectTheProjectIsEmpty) {
@@ -139,37 +150,69 @@ TEST_F(ParametersExpert, LineCountHoldsEveryEntry) {
 TEST_F(ParametersExpert, WritesDrillingWithItsDefaults) {
     const auto section = initialised(Type::DRILLING);
     EXPECT_EQ(written(*section),
-              (Texts{"DRILLING",
-                     repeated("2147483647 ", 3) + "0.4 4.3 " + repeated("2147483647 ", 29) +
+              (Texts{repeated("2147483647 ", 3) + "0.4 4.3 " + repeated("2147483647 ", 29) +
                          "0 0 2147483647 2147483647 ",
-                     "bracket "}));
+                     "bracket ", ""}));
 }
 
 TEST_F(ParametersExpert, WritesTheFiveAxisFormOnFourValueLines) {
     const auto section = initialised(Type::MILL_5AX);
     EXPECT_EQ(written(*section),
-              (Texts{"MILL_5AX",
-                     "1 2147483647 2147483647 0 202012 3 0.05 5 2147483647 2147483647 2147483647 "
+              (Texts{"1 2147483647 2147483647 0 202012 3 0.05 5 2147483647 2147483647 2147483647 "
                      "0 0 3.0 2147483647 2147483647 2147483647 0 0.001 ",
-                     "*Info 3.0 0 0 0 0 0 ", repeated("2147483647 ", 10), "dummy.bin "}));
+                     "*Info 3.0 0 0 0 0 0 ", repeated("2147483647 ", 10), "dummy.bin ", ""}));
 }
+
+// PROFILE's entries below 100 as declared, the host's setup values 0.42 and 4.26 as clearance
+// and retract. Option bits are declared off, whatever their defaults: the option word is 0.
+const std::string kProfileLine0 =
+    "0 0 0 0 1 0.0 0.0 0.0 1.0 0 0 0 0 -999999 -999999 -999999 -999999 0 -999999 -999999 "
+    "-999999 -999999 1 0 0 0 0 2147483647 0 0 0.4 4.3 2147483647 2147483647 0.0 1.5 50 100 0 50 "
+    "50 0 0 ";
 
 TEST_F(ParametersExpert, TwoLinesReceiveOnlyTheEntriesBelow100) {
     const auto section = initialised(Type::PROFILE);
     section->setString("w_largest_offset", "7.5");
-    Texts lines(2);
+    Texts lines{"old 0", "old 1"};
     section->writeToStrings(lines);
-    ASSERT_EQ(lines.size(), 2u);
-    EXPECT_EQ(lines[0], "PROFILE");
-    EXPECT_EQ(lines[1].rfind("0 0 0 0 1 0.0 0.0 0.0 1.0 0 0 0 0 -999999 ", 0), 0u) << lines[1];
-    EXPECT_EQ(lines[1].find("7.5"), std::string::npos);
+    EXPECT_EQ(lines, (Texts{kProfileLine0, "old 1"}));
 
-    Texts one(1, "old");
+    EXPECT_EQ(written(*section), (Texts{kProfileLine0, "7.5 0 ", ""}));
+}
+
+TEST_F(ParametersExpert, OneLineReceivesNothingAndNoLinesStayNone) {
+    const auto section = initialised(Type::PROFILE);
+    Texts one{"old"};
     section->writeToStrings(one);
-    EXPECT_EQ(one, Texts{"PROFILE"});
+    EXPECT_EQ(one, Texts{"old"});
     Texts none;
     section->writeToStrings(none);
     EXPECT_TRUE(none.empty());
+}
+
+TEST_F(ParametersExpert, SlotsDiveModeAndExitTypeBothNumbered17AreTwoFields) {
+    const auto section = initialised(Type::SLOT);
+    section->setInt("i_dive_mode", 3);
+    section->setString("w_exit_type", "2");
+    section->setString("w_xexit", "12.5");
+    section->setString("w_dive_angle", "7");
+    Texts lines(2);
+    section->writeToStrings(lines);
+    EXPECT_EQ(lines,
+              (Texts{"0 0 0 0 4 0.0 0.0 0.0 1.0 0 0 0 0 -999999 -999999 -999999 -999999 "
+                     // 17 i_dive_mode, 17 w_exit_type, 18 w_dive_angle, 18 w_xexit, 19, 20
+                     "3 2 7 12.5 0 -999999 0 -999999 "
+                     // 21 w_ye, 26 the option word, 27 i_corner, ...
+                     "-999999 0 2147483647 0 0 0.4 4.3 2147483647 2147483647 0.0 1.5 50 100 0 50 "
+                     "50 0 0 ",
+                     ""}));
+
+    const auto read = initialised(Type::SLOT);
+    read->readFromStrings(lines);
+    EXPECT_EQ(read->getInt("i_dive_mode"), 3);
+    EXPECT_EQ(read->getString("w_exit_type"), "2");
+    EXPECT_EQ(read->getString("w_xexit"), "12.5");
+    EXPECT_EQ(read->getString("w_dive_angle"), "7");
 }
 
 TEST_F(ParametersExpert, AnEntryNumbered450LandsInTheLineOfTheEntryBeforeIt) {
@@ -177,15 +220,16 @@ TEST_F(ParametersExpert, AnEntryNumbered450LandsInTheLineOfTheEntryBeforeIt) {
     section.addIntParameter(5, "i_first", 1);
     section.addIntParameter(301, "i_third_line", 3);
     section.addIntParameter(450, "i_far", 4);
-    Texts lines(6);
+    Texts lines(5);
     section.writeToStrings(lines);
-    EXPECT_EQ(lines, (Texts{"ENGRAVE", "1 ", "", "", "3 4 ", ""}));
+    EXPECT_EQ(lines, (Texts{"1 ", "", "", "3 4 ", ""}));
 
     OpenExpertSection read(Type::ENGRAVE);
     read.addIntParameter(5, "i_first", 0);
     read.addIntParameter(301, "i_third_line", 0);
     read.addIntParameter(450, "i_far", 0);
     read.readFromStrings(lines);
+    EXPECT_EQ(read.getInt("i_first"), 1);
     EXPECT_EQ(read.getInt("i_third_line"), 3);
     EXPECT_EQ(read.getInt("i_far"), 4);
 }
@@ -195,7 +239,7 @@ TEST_F(ParametersExpert, OptionWordsAreWrittenUnsigned) {
     profile->setBool("o_inout_position_checked", true);  // bit 32
     profile->setBool("o_antirotation", true);            // bit 1
     const Texts lines = written(*profile);
-    EXPECT_NE(lines[1].find(" 2147483649 "), std::string::npos) << lines[1];
+    EXPECT_NE(lines[0].find(" 2147483649 "), std::string::npos) << lines[0];
 
     const auto read = initialised(Type::PROFILE);
     read->readFromStrings(lines);
@@ -206,7 +250,7 @@ TEST_F(ParametersExpert, OptionWordsAreWrittenUnsigned) {
 
 TEST_F(ParametersExpert, TheRecordsSignedOptionWordReadsAsWell) {
     const auto section = initialised(Type::CORNER);
-    section->readFromStrings({"CORNER", "0 0 0 0 1 0.0 0.0 0.0 1 2.0 0 0 0 -2147483647 "});
+    section->readFromStrings({"0 0 0 0 1 0.0 0.0 0.0 1 2.0 0 0 0 -2147483647 ", ""});
     EXPECT_TRUE(section->getBool("o_antirotation"));
     EXPECT_FALSE(section->getBool("o_retract"));
 }
@@ -230,41 +274,44 @@ INSTANTIATE_TEST_SUITE_P(EveryKind, ParametersExpertRoundTrip,
                          ::testing::Values(0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16,
                                            17, 18, 19, 20, 30, 42));
 
-TEST_F(ParametersExpert, TextsKeepTheirBlanksAndTheEmptyTextReadsBackEmpty) {
+TEST_F(ParametersExpert, TextsAreWrittenAsTheyStandAndTheEmptyTextReadsBackEmpty) {
     const auto section = initialised(Type::MILL_5AX);
-    section->setString("$_info", "five axis  swarf");
+    section->setString("$_info", "it's");
     section->setString("w_len(1)", "");
-    section->setString("$_binfilename", "my settings.bin");
+    section->setString("$_binfilename", "'settings'.bin");
+    ErrorLogWatch log;
     const Texts lines = written(*section);
-    EXPECT_EQ(lines[2], "'five axis  swarf' 3.0 2147483647 0 0 0 0 ");
-    EXPECT_EQ(lines[4], "'my settings.bin' ");
+    EXPECT_TRUE(log.texts().empty());
+    EXPECT_EQ(lines[1], "it's 3.0 2147483647 0 0 0 0 ");
+    EXPECT_EQ(lines[3], "'settings'.bin ");
 
     const auto read = initialised(Type::MILL_5AX);
     read->readFromStrings(lines);
-    EXPECT_EQ(read->getString("$_info"), "five axis  swarf");
+    EXPECT_EQ(read->getString("$_info"), "it's");
     EXPECT_EQ(read->getString("w_len(1)"), "");
-    EXPECT_EQ(read->getString("$_binfilename"), "my settings.bin");
+    EXPECT_EQ(read->getString("$_binfilename"), "'settings'.bin");
 }
 
-TEST_F(ParametersExpert, ATextThatCannotBeOneFieldLeavesTheLinesAsTheyWere) {
+// The form has no quoting: a text with a blank is written as it stands and reads back as its
+// first word, the next word going to the entry after it.
+TEST_F(ParametersExpert, ATextWithABlankDoesNotReadBackWhole) {
     const auto section = initialised(Type::MILL_5AX);
-    section->setString("$_info", "it's here");
-    Texts lines{"a", "b", "c"};
-    ErrorLogWatch log;
-    section->writeToStrings(lines);
-    EXPECT_EQ(lines, (Texts{"a", "b", "c"}));
-    EXPECT_EQ(log.texts(), Texts{"Error in ExpertParameterSection::writeToStrings() => the text of "
-                                 "$_info, \"it's here\", holds a quote and would need quotes"});
-    section->setString("$_info", "it's");  // no blank: written as it is
-    section->writeToStrings(lines);
-    EXPECT_EQ(lines[2].rfind("it's ", 0), 0u) << lines[2];
+    section->setString("$_info", "five axis");
+    const Texts lines = written(*section);
+    EXPECT_EQ(lines[1], "five axis 3.0 0 0 0 0 0 ");
+
+    const auto read = initialised(Type::MILL_5AX);
+    read->readFromStrings(lines);
+    EXPECT_EQ(read->getString("$_info"), "five");
+    EXPECT_EQ(read->getString("w_needed_axis2"), "axis");
+    EXPECT_EQ(read->getString("w_len(1)"), "3.0");
 }
 
 TEST_F(ParametersExpert, AFieldThatDoesNotFitChangesNothingAndIsLogged) {
     const auto section = initialised(Type::CORNER);
     section->setString("w_zdepth", "-3");
     ErrorLogWatch log;
-    section->readFromStrings({"OTHER", "7 x 0 0 1 -9 "});
+    section->readFromStrings({"7 x 0 0 1 -9 ", ""});
     EXPECT_EQ(log.texts(), Texts{"Error in ExpertParameterSection::readFromStrings()"});
     EXPECT_EQ(section->getInt("i_nr_of_figs"), 0);
     EXPECT_EQ(section->getString("w_zdepth"), "-3");
@@ -275,29 +322,31 @@ TEST_F(ParametersExpert, ProfileAndSlotNameThemselvesInTheReadFailure) {
     for (const Type type : {Type::PROFILE, Type::SLOT}) {
         const auto section = initialised(type);
         ErrorLogWatch log;
-        section->readFromStrings({"X", "0 0 0 0 1.5 "});
+        section->readFromStrings({"0 0 0 0 1.5 ", ""});
         EXPECT_EQ(log.texts(),
                   Texts{"Error in ExpertParameterSection::readFromStrings()  Profile or Slot"});
         EXPECT_EQ(section->getInt("i_off_type"), type == Type::PROFILE ? 1 : 4);
     }
     const auto section = initialised(Type::POCKET);
     ErrorLogWatch log;
-    section->readFromStrings({"X", "0 0 0 0 1 'open"});
+    section->readFromStrings({"0 0 0 0 x ", ""});
     EXPECT_EQ(log.texts(), Texts{"Error in ExpertParameterSection::readFromStrings()"});
 }
 
 TEST_F(ParametersExpert, MissingLinesAndFieldsKeepTheirValues) {
     const auto section = initialised(Type::PROFILE);
     section->setString("w_peck_xy", "0.5");
-    section->readFromStrings({"PROFILE", "3 2 "});
+    section->readFromStrings({"3 2 ", ""});
     EXPECT_EQ(section->getInt("i_nr_of_figs"), 3);
     EXPECT_EQ(section->getInt("i_nr_of_isle"), 2);
     EXPECT_EQ(section->getInt("i_xz_fig"), 0);
     EXPECT_EQ(section->getString("w_peck"), "1.0");
     EXPECT_EQ(section->getString("w_peck_xy"), "0.5");
     section->readFromStrings({});
+    section->readFromStrings({"5 5 "});  // one line: nothing to read, as nothing is written
     EXPECT_EQ(section->getOperationTypeName(), "PROFILE");
     EXPECT_EQ(section->getInt("i_nr_of_figs"), 3);
+    EXPECT_EQ(section->getInt("i_nr_of_isle"), 2);
 }
 
 TEST_F(ParametersExpert, TheStoreIsNeverTouched) {

@@ -208,7 +208,9 @@ TEST_F(ParametersCatalogue, AMissingMachineDefinitionIsShownAndLeavesTheFlagsOff
                       "o_hscloop", "o_ignore_startpoints", "o_use_height_from_figure"}));
 }
 
-TEST_F(ParametersCatalogue, AMissingSetupClearanceLeavesBothDefaultsAndIsTraced) {
+// The host's read assigns what the host returned even when it fails: the offline host returns 0
+// for a value it does not have. The other value is read all the same; the trace is written once.
+TEST_F(ParametersCatalogue, AMissingSetupClearanceIsTakenAsTheHostReturnedItAndTheRetractRead) {
     host().removeGlobal("w_setup_cle");
     TraceLogWatch trace;
     ErrorLogWatch log;
@@ -216,18 +218,30 @@ TEST_F(ParametersCatalogue, AMissingSetupClearanceLeavesBothDefaultsAndIsTraced)
     EXPECT_EQ(trace.appended(), "Error in ParameterSection - GetGlobalDoubleVar\n");
     EXPECT_TRUE(log.texts().empty());
     EXPECT_EQ(boxes(), Texts{"VelkApi::MacroExport::GetGlobalIntVar Failed|w_setup_cle"});
-    EXPECT_DOUBLE_EQ(section->getDouble("w_clearp"), 0.42);
-    EXPECT_DOUBLE_EQ(section->getDouble("w_retract_height"), 4.2);
+    EXPECT_DOUBLE_EQ(section->getDouble("w_clearp"), 0.0);
+    EXPECT_DOUBLE_EQ(section->getDouble("w_retract_height"), 12.0);
 }
 
-TEST_F(ParametersCatalogue, AMissingSetupRetractKeepsTheClearanceThatWasRead) {
+TEST_F(ParametersCatalogue, AMissingSetupRetractIsTakenAsTheHostReturnedIt) {
     host().removeGlobal("w_setup_ret");
     TraceLogWatch trace;
     const auto section = initialised(MillDrillOperationType::POCKET, true, false);
     EXPECT_EQ(trace.appended(), "Error in ParameterSection - GetGlobalDoubleVar\n");
     EXPECT_EQ(boxes(), Texts{"VelkApi::MacroExport::GetGlobalIntVar Failed|w_setup_ret"});
     EXPECT_DOUBLE_EQ(section->getDouble("w_clearp"), 2.5);
-    EXPECT_DOUBLE_EQ(section->getDouble("w_retract_height"), 4.2);
+    EXPECT_DOUBLE_EQ(section->getDouble("w_retract_height"), 0.0);
+}
+
+TEST_F(ParametersCatalogue, BothSetupValuesMissingAreBothReadAndTracedOnce) {
+    host().removeGlobal("w_setup_cle");
+    host().removeGlobal("w_setup_ret");
+    TraceLogWatch trace;
+    const auto section = initialised(MillDrillOperationType::DRILLING, true, false);
+    EXPECT_EQ(trace.appended(), "Error in ParameterSection - GetGlobalDoubleVar\n");
+    EXPECT_EQ(boxes(), (Texts{"VelkApi::MacroExport::GetGlobalIntVar Failed|w_setup_cle",
+                              "VelkApi::MacroExport::GetGlobalIntVar Failed|w_setup_ret"}));
+    EXPECT_DOUBLE_EQ(section->getDouble("w_retract"), 0.0);
+    EXPECT_DOUBLE_EQ(section->getDouble("w_clearance"), 0.0);
 }
 
 TEST_F(ParametersCatalogue, TheTraceOfAMissingSetupValueIsSilentAtTheUsualLevel) {

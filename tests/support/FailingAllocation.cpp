@@ -1,9 +1,10 @@
+// The global operator new and delete replaced, so that an allocation can be made to fail. Nothing
+// else lives in this file: code that allocates here would have the replaced operators inlined
+// into it, and GCC then takes the free() inside operator delete for a mismatch with new.
 #include "FailingAllocation.h"
 
 #include <cstdlib>
 #include <new>
-
-#include "ErrorLog.h"
 
 namespace testsupport {
 
@@ -23,26 +24,6 @@ void stopFailingAllocations() {
 
 bool allocationFailurePending() {
     return allocationsUntilFailure >= 0;
-}
-
-std::set<std::string> textsOfEveryFailingAllocation(const std::function<void()>& work) {
-    std::set<std::string> seen;
-    for (int skip = 0;; ++skip) {
-        ErrorLogWatch log;
-        failAllocationAfter(skip);
-        try {
-            work();
-        } catch (const std::bad_alloc&) {
-            // out of an object's own construction, before its boundary
-        }
-        const bool allSucceeded = allocationFailurePending();
-        stopFailingAllocations();
-        const std::vector<std::string> texts = log.texts();
-        seen.insert(texts.begin(), texts.end());
-        if (allSucceeded) {
-            return seen;
-        }
-    }
 }
 
 }  // namespace testsupport
