@@ -17,6 +17,7 @@
 #include "EntryText.h"
 #include "NewRecords.h"
 #include "Project.h"
+#include "ToolTransfer.h"
 
 namespace velk {
 
@@ -30,6 +31,7 @@ struct ToolsOptions {
     int store = 0;
     bool json = false;
     std::string addFrom;
+    ToolTransferOptions transfer;
 };
 
 // Every parameter in the order of the tool line table; the holder, which stands twice, once.
@@ -123,6 +125,9 @@ void addTool(const ToolsOptions& options) {
 
 void tools(const ToolsOptions& options) {
     loadProject(options.project);
+    if (transferTools(options.project, options.store, options.transfer)) {
+        return;
+    }
     requireStore(options.store);
     if (options.addFrom.empty()) {
         listTools(options);
@@ -147,6 +152,7 @@ void addToolsCommand(CLI::App& app) {
                      "Append the tool record of operation OP of store STORE (STORE:OP) as a new "
                      "tool, and save")
         ->excludes("--json");
+    addToolTransferOptions(*command, options->transfer);
     command->callback([options] { velk::tools(*options); });
 }
 
