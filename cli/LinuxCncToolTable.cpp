@@ -2,6 +2,7 @@
 
 #include <cctype>
 #include <cmath>
+#include <optional>
 #include <sstream>
 
 #include "Project.h"
@@ -26,8 +27,8 @@ struct TableLine {
 };
 
 // A mapped word's value into the tool, converted to the record's units.
-void takeWord(const TableLine& line, const ExchangeField& field, const std::string& word,
-              double value, ExchangedTool& tool) {
+void takeMappedWord(const TableLine& line, const ExchangeField& field, const std::string& word,
+                    double value, ExchangedTool& tool) {
     if (tool.has(field.record)) {
         throw ExchangeFileError(line.where + ": '" + word + "': a second " + word.substr(0, 1) +
                                 " word on the line");
@@ -49,14 +50,15 @@ void takeWord(const TableLine& line, const std::string& word, ExchangedTool& too
     const std::optional<double> value =
         std::isalpha(static_cast<unsigned char>(word[0])) ? parseNumber(word.substr(1))
                                                           : std::nullopt;
-    if (!value) {
+    if (!value || !std::isfinite(*value)) {
         throw ExchangeFileError(line.where + ": '" + word +
                                 "': expected a word of a letter and a number, e.g. D0.25");
     }
+    const std::string written = std::string(1, letter) + word.substr(1);
     if (const ExchangeField* field = linuxCncField(letter)) {
-        takeWord(line, *field, std::string(1, letter) + word.substr(1), *value, tool);
+        takeMappedWord(line, *field, written, *value, tool);
     } else if (std::string(kUnmappedLinuxCncWords).find(letter) != std::string::npos) {
-        unmapped += (unmapped.empty() ? "" : " ") + std::string(1, letter) + word.substr(1);
+        unmapped += (unmapped.empty() ? "" : " ") + written;
     } else {
         throw ExchangeFileError(line.where + ": '" + word + "': expected one of the words " +
                                 kTableWords);
@@ -88,6 +90,19 @@ std::optional<ExchangedTool> readLine(const TableLine& line, const std::string& 
     return tool;
 }
 
+// A word's number: the tool's value of the field, the pocket the tool number when the record
+// holds none; none when the tool has no value for the field.
+std::optional<double> wordValue(const ExchangedTool& tool, const ExchangeField& field,
+                                Units units) {
+    const auto value = tool.numbers.find(field.record);
+    if (value == tool.numbers.end()) {
+        return field.record == std::string(kPocket)
+                   ? std::optional<double>(tool.numbers.at(kToolNumber))
+                   : std::nullopt;
+    }
+    return field.quantity == Quantity::Length ? lengthIn(units, value->second) : value->second;
+}
+
 }  // namespace
 
 std::vector<ExchangedTool> readToolTable(const std::string& path, Units units) {
@@ -113,21 +128,13 @@ std::string toolTableText(const std::vector<ExchangedTool>& tools, Units units) 
     for (const ExchangedTool& tool : tools) {
         std::string line;
         for (const ExchangeField& field : exchangeFields()) {
-            const auto value = tool.numbers.find(field.record);
-            double number = value == tool.numbers.end() ? 0.0 : value->second;
             if (field.linuxCnc == 0 || !field.written) {
                 continue;
             }
-            if (value == tool.numbers.end()) {
-                if (field.record != std::string(kPocket)) {
-                    continue;
-                }
-                number = tool.numbers.at(kToolNumber);
+            if (const std::optional<double> value = wordValue(tool, field, units)) {
+                line += (line.empty() ? "" : " ") + std::string(1, field.linuxCnc) +
+                        sixDigits(*value);
             }
-            if (field.quantity == Quantity::Length) {
-                number = lengthIn(units, number);
-            }
-            line += (line.empty() ? "" : " ") + std::string(1, field.linuxCnc) + sixDigits(number);
         }
         const std::string description = tool.text(kDescription);
         if (!description.empty()) {

@@ -140,3 +140,22 @@ exchange_test(a_tool_number_given_twice_is_refused UNCHANGED p.json
 exchange_test(an_export_of_another_kind_is_refused PROJECT ${demo}
   RUN "${export_2}|tools.csv" EXIT 1
     ERROR "velk: tools.csv: expected a LinuxCNC tool table (.tbl) or a FreeCAD tool library (.fctl) to write")
+bad_import(a_word_given_twice_on_a_line_is_refused bad/twice.tbl
+  "line 1: 'D8': a second D word on the line")
+bad_import(a_word_without_a_finite_number_is_refused bad/not-a-number.tbl
+  "line 1: 'Dnan': expected a word of a letter and a number, e.g. D0.25")
+bad_import(a_text_the_host_has_no_bytes_for_is_refused bad/not-windows-1252.fctb
+  "/name: expected a text of Windows-1252 characters")
+
+# A shape the table does not know is the tool type as it stands, and written back as the shape.
+exchange_test(an_unknown_shape_comes_back_as_it_was
+  RUN "${import_into_2}|Drag_knife.fctb"
+  RUN "${list_2}" EXPECT list-drag-knife.expected
+  RUN "${export_2}|knives.fctl"
+  SAME "Drag_knife.fctb=Drag_knife.fctb")
+
+# A library written in inches: the inch bits come back with their own values.
+exchange_test(a_library_written_in_inches
+  RUN "${import_into_2}|Library/shop.fctl"
+  RUN "${export_2}|shop-inch.fctl|--units|inch"
+  SAME "3_8_in_ball_nose_2_flutes.fctb=${exchange_expected}/ball-nose-in-inches.fctb")
