@@ -143,7 +143,7 @@ void addToolsCommand(CLI::App& app) {
     CLI::App* command = app.add_subcommand(
         "tools",
         "List the tools of a tool store (number, tool number, identifier, type, diameter, "
-        "description), or add one");
+        "description), add one, or import and export tools");
     addProjectArgument(*command, options->project);
     addStoreOption(*command, options->store);
     command->add_flag("--json", options->json, "Print every parameter of every tool as JSON");
