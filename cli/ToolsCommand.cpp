@@ -20,7 +20,9 @@
 #include "NewRecords.h"
 #include "Project.h"
 #include "ProjectEdit.h"
+#include "ProjectLock.h"
 #include "StoreKind.h"
+#include "ToolTransfer.h"
 
 namespace velk {
 
@@ -35,6 +37,7 @@ struct ToolsOptions {
     bool json = false;
     std::string addFrom;
     WriteOptions write;
+    ToolTransferOptions transfer;
 };
 
 // Every parameter in the order of the tool line table; the holder, which stands twice, once.
@@ -84,7 +87,6 @@ void printJson(const ToolsOptions& options, const VelkApi::ToolList& list) {
 }
 
 void listTools(const ToolsOptions& options) {
-    refuseOperationStore(options.store);
     VelkApi::ToolList list(options.store);
     list.readFromVDM();
     if (options.json) {
@@ -128,10 +130,22 @@ void addTool(const ToolsOptions& options, const ProjectEdit& edit) {
 }
 
 void tools(const ToolsOptions& options) {
+    if (!options.transfer.imports.empty()) {
+        const ProjectLock lock(options.project);
+        loadProject(options.project);
+        if (velkhost::OfflineHost::instance().hasStore(options.store)) {
+            refuseOperationStore(options.store);
+        }
+        transferTools(options.project, options.store, options.transfer);
+        return;
+    }
     if (options.addFrom.empty()) {
         loadProject(options.project);
         requireStore(options.store);
-        listTools(options);
+        refuseOperationStore(options.store);
+        if (!transferTools(options.project, options.store, options.transfer)) {
+            listTools(options);
+        }
         return;
     }
     const ProjectEdit edit(options.project, options.write);
@@ -146,7 +160,7 @@ void addToolsCommand(CLI::App& app) {
     CLI::App* command = app.add_subcommand(
         "tools",
         "List the tools of a tool store (number, tool number, identifier, type, diameter, "
-        "description), or add one");
+        "description), add one, or import and export tools");
     addProjectArgument(*command, options->project);
     addStoreOption(*command, options->store);
     command->add_flag("--json", options->json, "Print every parameter of every tool as JSON");
@@ -156,6 +170,7 @@ void addToolsCommand(CLI::App& app) {
                      "tool, and save")
         ->excludes("--json");
     addWriteOptions(*command, options->write);
+    addToolTransferOptions(*command, options->transfer);
     command->callback([options] { velk::tools(*options); });
 }
 

@@ -3,8 +3,8 @@
 # list the operations of a store and the tools of the tool store, show one operation, set
 # parameters in a copy of the project and show what changed with velk diff; check what a write
 # through the library would change (the five-axis operation) and see a write that would change
-# more refused; show the operation's expert form and change a copy of the machining-strategy
-# settings file.
+# more refused; import a small tool library into the copy and export its tool store as a table;
+# show the operation's expert form and change a copy of the machining-strategy settings file.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/install-deps.sh
@@ -33,6 +33,14 @@ run set "$copy" --store 1 --op 9 Parameter.w_depth=-25 Parameter.i_coolant=1 \
 run diff "$project" "$copy" || true
 run check "$project" || true
 run set "$copy" --store 1 --op 18 Parameter.i_coolant=1 || true
+
+# A small FreeCAD tool library into the copy's tool store, and the store out as a LinuxCNC table.
+run tools "$copy" --store 2 --import examples/tools/Library/small-shop.fctl
+table="$(dirname "$copy")/tools.tbl"
+run tools "$copy" --store 2 --export "$table"
+echo
+echo "\$ cat $table"
+cat "$table"
 
 run expert "$project" --store 1 --op 9
 settings="$(dirname "$copy")/2dhighspeedrough.bin"
