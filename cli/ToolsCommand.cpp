@@ -6,6 +6,7 @@
 // A tool store's record 0 is not a tool; records 1 to n are the tools, each a header, a message
 // section (the tool's description) and its tool data.
 #include <velkapi/ToolList.h>
+#include <velkhost/OfflineHost.h>
 
 #include <nlohmann/json.hpp>
 
