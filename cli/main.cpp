@@ -55,6 +55,14 @@ std::string versionText() {
            VelkApi::libraryVersion() + ")";
 }
 
+// A mistake on the command line is one line, which says where the right form is shown.
+std::string commandLineFailure(const CLI::App* app, const CLI::Error& e) {
+    const std::vector<CLI::App*> used = app->get_subcommands();
+    const std::string help =
+        used.empty() ? "velk --help" : "velk " + used.front()->get_name() + " --help";
+    return "velk: " + std::string(e.what()) + " (" + help + " shows the options)\n";
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -62,6 +70,7 @@ int main(int argc, char** argv) {
     app.require_subcommand(1);
     app.set_version_flag("--version", versionText(), "Print velk's version and the library's");
     app.footer(versionText());
+    app.failure_message(commandLineFailure);
     velk::addWalkCommand(app);
     velk::addOpsCommand(app);
     velk::addShowCommand(app);
