@@ -73,10 +73,24 @@ void copyValues(const ToolSection& from, ToolSection& to) {
 
 }  // namespace
 
+// "PROFILE, CORNER, ...": every kind of machining operation by its name, in number order.
+std::string machiningKindNames() {
+    std::string names;
+    for (int number = 1; number < static_cast<int>(MillDrillOperationType::UEDITOR_MAX); ++number) {
+        const auto kind = static_cast<MillDrillOperationType>(number);
+        const std::string name = VelkApi::millDrillOperationTypeToString(kind);
+        if (!name.empty() && kind != MillDrillOperationType::REDRAW) {
+            names += (names.empty() ? "" : ", ") + name;
+        }
+    }
+    return names;
+}
+
 MillDrillOperationType parseKind(const std::string& name) {
     const MillDrillOperationType kind = VelkApi::StringToMillDrillOperationType(name);
     if (kind == MillDrillOperationType::Unknown || kind == MillDrillOperationType::REDRAW) {
-        throw CommandError("'" + name + "' is not a kind of machining operation");
+        throw CommandError("'" + name + "' is not a kind of machining operation (the kinds: " +
+                           machiningKindNames() + ")");
     }
     return kind;
 }

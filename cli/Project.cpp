@@ -38,7 +38,8 @@ void saveProject(const std::string& path) {
 
 void requireStore(int store) {
     if (!velkhost::OfflineHost::instance().hasStore(store)) {
-        throw CommandError("store " + std::to_string(store) + " does not exist in the project");
+        throw CommandError("store " + std::to_string(store) +
+                           " does not exist in the project (velk walk PROJECT lists its stores)");
     }
 }
 
@@ -59,7 +60,8 @@ std::unique_ptr<VelkApi::MillDrillOperation> readOperation(int store, int op) {
     auto operation = std::make_unique<VelkApi::MillDrillOperation>(store, op);
     if (operation->getOperationType() == MillDrillOperationType::REDRAW) {
         throw CommandError("operation " + std::to_string(op) + " of store " +
-                           std::to_string(store) + " is not a machining operation");
+                           std::to_string(store) + " is not a machining operation (velk ops " +
+                           "PROJECT --store " + std::to_string(store) + " lists them)");
     }
     operation->readFromVDM();
     return operation;

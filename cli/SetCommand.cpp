@@ -44,7 +44,7 @@ Assignment parseAssignment(const std::string& text) {
     const std::size_t dot = text.find('.');
     const std::size_t equals = text.find('=', dot == std::string::npos ? 0 : dot);
     if (dot == std::string::npos || equals == std::string::npos || dot == 0 || equals == dot + 1) {
-        throw CommandError("'" + text + "' is not SECTION.KEY=VALUE");
+        throw CommandError("'" + text + "' is not SECTION.KEY=VALUE, e.g. Parameter.w_zdepth=-12.5");
     }
     return {text, text.substr(0, dot), text.substr(dot + 1, equals - dot - 1),
             text.substr(equals + 1)};
@@ -97,7 +97,10 @@ std::function<void()> prepare(VelkApi::MillDrillOperation& op, const Assignment&
             "parameters");
     }
     if (!section.existsKey(a.key)) {
-        throw CommandError("section " + a.section + " has no key '" + a.key + "'");
+        throw CommandError("section " + a.section + " has no key '" + a.key + "' (velk show " +
+                           "PROJECT --store " + std::to_string(op.getVdmname()) + " --op " +
+                           std::to_string(op.getNumber()) + " --section " + a.section +
+                           " lists its keys)");
     }
     const ValueDataType type = section.dataTypeOf(a.key);
     if (a.value == kUnsetWord && hasUnsetMarker(type)) {

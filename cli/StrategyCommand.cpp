@@ -171,7 +171,7 @@ struct Assignment {
 Assignment parseAssignment(const std::string& text) {
     const std::size_t equals = text.find('=');
     if (equals == std::string::npos || equals == 0) {
-        throw CommandError("'" + text + "' is not NAME=VALUE");
+        throw CommandError("'" + text + "' is not NAME=VALUE, e.g. Infeed=-2");
     }
     const Setting& setting = settingNamed(text.substr(0, equals));
     const std::string value = text.substr(equals + 1);
