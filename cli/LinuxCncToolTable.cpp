@@ -2,6 +2,7 @@
 
 #include <cctype>
 #include <cmath>
+#include <limits>
 #include <optional>
 #include <sstream>
 
@@ -43,20 +44,23 @@ void takeMappedWord(const TableLine& line, const ExchangeField& field, const std
     }
 }
 
+// A word without a number reads as this, which is not finite like an infinite number.
+constexpr double kNoNumber = std::numeric_limits<double>::quiet_NaN();
+
 // One word of a letter and a number; the unmapped ones are added to `unmapped` as written.
 void takeWord(const TableLine& line, const std::string& word, ExchangedTool& tool,
               std::string& unmapped) {
     const char letter = static_cast<char>(std::toupper(static_cast<unsigned char>(word[0])));
-    const std::optional<double> value =
-        std::isalpha(static_cast<unsigned char>(word[0])) ? parseNumber(word.substr(1))
-                                                          : std::nullopt;
-    if (!value || !std::isfinite(*value)) {
+    const double value = std::isalpha(static_cast<unsigned char>(word[0]))
+                             ? parseNumber(word.substr(1)).value_or(kNoNumber)
+                             : kNoNumber;
+    if (!std::isfinite(value)) {
         throw ExchangeFileError(line.where + ": '" + word +
                                 "': expected a word of a letter and a number, e.g. D0.25");
     }
     const std::string written = std::string(1, letter) + word.substr(1);
     if (const ExchangeField* field = linuxCncField(letter)) {
-        takeMappedWord(line, *field, written, *value, tool);
+        takeMappedWord(line, *field, written, value, tool);
     } else if (std::string(kUnmappedLinuxCncWords).find(letter) != std::string::npos) {
         unmapped += (unmapped.empty() ? "" : " ") + written;
     } else {

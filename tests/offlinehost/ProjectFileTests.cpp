@@ -337,6 +337,11 @@ TEST_F(ProjectFileTest, AnIntegerBeyondSixtyFourBitsIsRefusedLikeAnyTooLargeInte
     EXPECT_EQ(host.global("w_x"), GlobalValue(1e30));
 }
 
+TEST_F(ProjectFileTest, ADocumentThatIsOneNumberIsRefusedWhateverItsSize) {
+    EXPECT_EQ(loadError("5"), "demo.json: expected an object");
+    EXPECT_EQ(loadError("66666666633333366666333333"), "demo.json: expected an object");
+}
+
 TEST_F(ProjectFileTest, ARepeatedKeyIsRefused) {
     EXPECT_EQ(loadError(R"({"globals": {"n_x": 1, "n_y": 2, "n_x": 3}})"),
               "demo.json: /globals/n_x: expected a key not used before in its object");

@@ -45,8 +45,12 @@ class JsonPathTracker {
         }
         return at;
     }
-    // The value about to be read in the innermost list or object.
+    // The value about to be read in the innermost list or object; the whole document when it
+    // is no list or object.
     Pointer valuePath() const {
+        if (frames_.empty()) {
+            return Pointer();
+        }
         const Frame& innermost = frames_.back();
         return path() / (innermost.isList ? std::to_string(innermost.count) : innermost.key);
     }

@@ -219,8 +219,9 @@ class ProjectReader {
     bool number_integer(Json::number_integer_t value) { return scalar(Json(value)); }
     bool number_unsigned(Json::number_unsigned_t value) { return scalar(Json(value)); }
     // An integer too large for 64 bits comes as a double; no global is an integer that large.
+    // A document that is nothing but a number is no project, whatever the number.
     bool number_float(Json::number_float_t value, const std::string& text) {
-        if (text.find_first_of(".eE") == std::string::npos) {
+        if (path_.depth() > 0 && text.find_first_of(".eE") == std::string::npos) {
             checked([&] {
                 fail(path_.valuePath(), "an integer between -2147483648 and 2147483647");
             });
