@@ -1,6 +1,6 @@
 // The advisory lock that lets one velk run at a time change a file, one implementation file per
-// OS (FileLockPosix.cpp: flock; FileLockWindows.cpp: LockFileEx). Other programs that do not ask
-// for the lock are not held back by it.
+// OS (FileLockPosix.cpp: flock on the file; FileLockWindows.cpp: LockFileEx on "<file>.lock"
+// beside it). Other programs that do not ask for the lock are not held back by it.
 #pragma once
 
 #include <cstdint>
