@@ -356,7 +356,7 @@ TEST_F(ProjectFileTest, ARepeatedKeyIsRefused) {
 TEST_F(ProjectFileTest, ANulByteIsRefusedWhereverItIs) {
     EXPECT_EQ(loadError(std::string(R"({"globals": {}})") + '\0' + "garbage"),
               "demo.json: not valid JSON: a NUL byte at byte 15");
-    const fs::path path = writeFile("nul.json", std::string(R"({"stores": {}})") + '\0');
+    const fs::path path = writeFile("with-a-nul-byte.json", std::string(R"({"stores": {}})") + '\0');
     try {
         host.loadProject(path.string());
         ADD_FAILURE() << "loaded";
