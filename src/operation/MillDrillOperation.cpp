@@ -2,6 +2,7 @@
 #include <velkapi/TurnToolSection.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "host/ErrorBoundary.h"
 #include "host/HostExports.h"
@@ -21,6 +22,13 @@ constexpr int kGeometrySectionNr = 3;
 // The action lists' store sections follow their list numbers: list 1 is section 4.
 constexpr int kActionSectionOffset = 3;
 constexpr int kStandardSteps = 6;
+
+// The order in which readFromVDM reads the sections.
+constexpr std::pair<SectionType, int> kReadOrder[] = {
+    {SectionType::Header, 0},   {SectionType::Parameter, 0},  {SectionType::Geometry, 0},
+    {SectionType::Message, 0},  {SectionType::Additional, 1}, {SectionType::Additional, 2},
+    {SectionType::ToolData, 0},
+};
 
 std::string withReason(const char* prefix, const char* reason) {
     return std::string(prefix) + " => " + reason;
@@ -113,7 +121,7 @@ void MillDrillOperation::setup() {
 
         auto headerSection = std::make_shared<HeaderSection>();
         header = headerSection.get();
-        enterSection("Header", headerSection);
+        enterSection(SectionTypeToString(SectionType::Header, 0), headerSection);
 
         const int steps = std::max(header->getInt("SectionCount"), kStandardSteps);
         for (int step = 1; step <= steps; ++step) {
@@ -121,13 +129,13 @@ void MillDrillOperation::setup() {
                 case 1: {
                     auto messageSection = std::make_shared<MessageSection>(kMessageSectionNr);
                     message = messageSection.get();
-                    enterSection("Message", messageSection);
+                    enterSection(SectionTypeToString(SectionType::Message, 0), messageSection);
                     break;
                 }
                 case 2: {
                     // An operation of unknown kind holds the name without a tool section.
                     auto toolSection = createToolSection();
-                    enterSection("ToolData", toolSection);
+                    enterSection(SectionTypeToString(SectionType::ToolData, 0), toolSection);
                     tool = toolSection.get();
                     break;
                 }
@@ -167,12 +175,13 @@ std::shared_ptr<ToolSection> MillDrillOperation::createToolSection() {
 ParameterSection* MillDrillOperation::createParameterSection(const MillDrillOperationType& kind) {
     return guarded<ParameterSection*>(
         nullptr, "Error in MillDrillOperation::createParameterSection", [&]() -> ParameterSection* {
-            if (auto existing = sections->find("Parameter"); existing != sections->end()) {
+            const std::string name = SectionTypeToString(SectionType::Parameter, 0);
+            if (auto existing = sections->find(name); existing != sections->end()) {
                 return dynamic_cast<ParameterSection*>(existing->second.get());
             }
             auto section = std::make_shared<ParameterSection>(kind, kParameterSectionNr);
             parameter = section.get();
-            enterSection("Parameter", section);
+            enterSection(name, section);
             return parameter;
         });
 }
@@ -181,12 +190,13 @@ GeometrySection* MillDrillOperation::createGeometrySection() {
     return guarded<GeometrySection*>(
         nullptr, "Error in MillDrillOperation::createGeometrySection()",
         [&]() -> GeometrySection* {
-            if (auto existing = sections->find("Geometry"); existing != sections->end()) {
+            const std::string name = SectionTypeToString(SectionType::Geometry, 0);
+            if (auto existing = sections->find(name); existing != sections->end()) {
                 return dynamic_cast<GeometrySection*>(existing->second.get());
             }
             auto section = std::make_shared<GeometrySection>(kGeometrySectionNr);
             geometry = section.get();
-            enterSection("Geometry", section);
+            enterSection(name, section);
             return geometry;
         });
 }
@@ -217,11 +227,9 @@ void MillDrillOperation::readFromVDM() {
         if (!hasStoredSections()) {
             return;
         }
-        for (const char* name : {"Header", "Parameter", "Geometry", "Message", "Additional_1",
-                                 "Additional_2", "ToolData"}) {
-            const auto found = sections->find(name);
-            if (found != sections->end() && found->second) {
-                found->second->readFromVDM(this);
+        for (const auto& [sectionType, n] : kReadOrder) {
+            if (SectionDictionary* section = getSection(sectionType, n)) {
+                section->readFromVDM(this);
             }
         }
     });

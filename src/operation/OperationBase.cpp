@@ -5,6 +5,7 @@
 #include "host/HostExports.h"
 #include "host/StoreSession.h"
 #include "model/TextHelpers.h"
+#include "operation/SectionNames.h"
 
 namespace VelkApi {
 
@@ -68,21 +69,10 @@ std::string OperationBase::getCycle() {
 }
 
 std::string OperationBase::SectionTypeToString(SectionType t, int n) {
-    switch (t) {
-        case SectionType::Header:
-            return "Header";
-        case SectionType::ToolData:
-            return "ToolData";
-        case SectionType::Message:
-            return "Message";
-        case SectionType::Parameter:
-            return "Parameter";
-        case SectionType::Geometry:
-            return "Geometry";
-        case SectionType::Additional:
-            return "Additional_" + std::to_string(n);
+    if (t == SectionType::Additional) {
+        return detail::kActionSectionPrefix + std::to_string(n);
     }
-    return "";
+    return detail::sectionName(t);
 }
 
 bool OperationBase::existsSection(SectionType t, int n) const {

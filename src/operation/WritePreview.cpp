@@ -18,6 +18,7 @@
 #include "host/StoreSession.h"
 #include "model/SectionEntries.h"
 #include "model/TextHelpers.h"
+#include "operation/SectionNames.h"
 
 namespace VelkApi {
 
@@ -25,23 +26,11 @@ namespace {
 
 using Kind = MillDrillOperationType;
 using detail::SectionEntries;
+using detail::SectionName;
+using detail::sectionName;
 
 // Actions are numbered from 2; the ninth is "10", which sorts before "2".
 constexpr std::size_t kActionsOutOfOrder = 9;
-
-struct Slot {
-    const char* name;
-    SectionType type;
-    int n;
-};
-
-// In the order MillDrillOperation::writeToVDM writes them; the header has no lines of its own.
-constexpr std::array<Slot, 6> kSlots = {{{"Additional_1", SectionType::Additional, 1},
-                                         {"Additional_2", SectionType::Additional, 2},
-                                         {"Geometry", SectionType::Geometry, 0},
-                                         {"Message", SectionType::Message, 0},
-                                         {"Parameter", SectionType::Parameter, 0},
-                                         {"ToolData", SectionType::ToolData, 0}}};
 
 const char* const kNoLine = "none";
 
@@ -215,10 +204,10 @@ void addUnreadText(const std::vector<std::string>& stored, const std::vector<std
 std::string lineCause(const std::string& section, std::size_t line, const OperationBase& fresh,
                       const SectionDictionary& freshSection) {
     const std::size_t read = SectionEntries::count(freshSection);
-    if (section == "Geometry" && line < read) {
+    if (section == sectionName(SectionType::Geometry) && line < read) {
         return "the drawing object the line names is written back under another text";
     }
-    if (section == "Geometry") {
+    if (section == sectionName(SectionType::Geometry)) {
         const SectionDictionary* parameters = fresh.getSection(SectionType::Parameter, 0);
         if (parameters != nullptr && !parameters->existsKey("i_nr_of_figs")) {
             return "this kind does not read its geometry back";
@@ -228,7 +217,7 @@ std::string lineCause(const std::string& section, std::size_t line, const Operat
         }
         return "the figure counters of the parameters do not count this line";
     }
-    if (section.rfind("Additional_", 0) == 0 && read >= kActionsOutOfOrder) {
+    if (section.rfind(detail::kActionSectionPrefix, 0) == 0 && read >= kActionsOutOfOrder) {
         return "nine or more actions come back in another order";
     }
     return "the line does not read back as it stands";
@@ -271,7 +260,7 @@ bool previewable(const OperationBase& op) {
                      dynamic_cast<const MillDrillOperation*>(&op) != nullptr));
 }
 
-SectionWrite previewSection(OperationBase& op, OperationBase* fresh, const Slot& slot,
+SectionWrite previewSection(OperationBase& op, OperationBase* fresh, const SectionName& slot,
                             const SectionDictionary& section) {
     const Kind kind = op.getOperationType();
     SectionWrite preview;
@@ -285,7 +274,7 @@ SectionWrite previewSection(OperationBase& op, OperationBase* fresh, const Slot&
         return preview;
     }
     preview.storedLines = storedLines(op, preview.number);
-    SectionDictionary* freshSection = fresh->getSection(slot.type, slot.n);
+    SectionDictionary* freshSection = fresh->getSection(slot.type, slot.number);
     if (freshSection == nullptr) {
         return preview;
     }
@@ -325,8 +314,13 @@ std::vector<SectionWrite> WritePreview::sections(OperationBase& op) {
         }
         const bool tool = dynamic_cast<const ToolOperation*>(&op) != nullptr;
         const std::unique_ptr<OperationBase> fresh = op.isNew() ? nullptr : readAgain(op);
-        for (const Slot& slot : kSlots) {
-            const SectionDictionary* section = op.getSection(slot.type, slot.n);
+        // In the order MillDrillOperation::writeToVDM writes them; the header has no lines of
+        // its own.
+        for (const SectionName& slot : detail::kSectionNames) {
+            if (slot.type == SectionType::Header) {
+                continue;
+            }
+            const SectionDictionary* section = op.getSection(slot.type, slot.number);
             if (section == nullptr || (tool && slot.type != SectionType::ToolData)) {
                 continue;
             }

@@ -18,13 +18,13 @@ ToolOperation::ToolOperation(int store, int nr) : OperationBase(store, nr) {
     guarded("Error in ToolOperation::ToolOperation()", [&] {
         // Each pointer is kept once its section is entered, so that none outlives its section.
         auto headerSection = std::make_shared<HeaderSection>();
-        enterSection("Header", headerSection);
+        enterSection(SectionTypeToString(SectionType::Header, 0), headerSection);
         header = headerSection.get();
         auto messageSection = std::make_shared<MessageSection>(kMessageSectionNr);
-        enterSection("Message", messageSection);
+        enterSection(SectionTypeToString(SectionType::Message, 0), messageSection);
         message = messageSection.get();
         auto toolSection = std::make_shared<MillToolSection>(kToolSectionNr);
-        enterSection("ToolData", toolSection);
+        enterSection(SectionTypeToString(SectionType::ToolData, 0), toolSection);
         tool = toolSection.get();
     });
 }
