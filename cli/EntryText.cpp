@@ -4,12 +4,15 @@
 #include <charconv>
 
 #include "Project.h"
+#include "operation/SectionNames.h"
 
 namespace velk {
 
 using VelkApi::GeometrySectionType;
 using VelkApi::SectionDictionary;
+using VelkApi::SectionType;
 using VelkApi::ValueDataType;
+using VelkApi::detail::sectionName;
 
 namespace {
 
@@ -69,7 +72,7 @@ std::string describeAction(const VelkApi::Action& action) {
 }
 
 const char* actionSectionName(bool afterTheOperation) {
-    return afterTheOperation ? "Additional_2" : "Additional_1";
+    return sectionName(SectionType::Additional, afterTheOperation ? 2 : 1);
 }
 
 VelkApi::VelkObject objectOf(const VelkApi::SectionDictionary& section, const std::string& key) {

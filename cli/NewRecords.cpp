@@ -6,6 +6,7 @@
 #include "EntryText.h"
 #include "Project.h"
 #include "ProjectEdit.h"
+#include "operation/SectionNames.h"
 
 namespace velk {
 
@@ -16,7 +17,9 @@ constexpr int kMessageSection = 0;
 constexpr int kToolDataSection = 1;
 
 using VelkApi::MillDrillOperationType;
+using VelkApi::SectionType;
 using VelkApi::ToolSection;
+using VelkApi::detail::sectionName;
 
 // Kinds that list drawing objects of their own rather than count figures.
 bool listsObjects(MillDrillOperationType kind) {
@@ -129,8 +132,8 @@ int appendTool(int store, const ToolSection& tool, const std::string& descriptio
         record.getMessageSection()->writeToVDM(&record);
         record.getToolSection()->writeToVDM(&record);
     });
-    ProjectEdit::requireWritten(record, "Message", kMessageSection, 1);
-    ProjectEdit::requireWritten(record, "ToolData", kToolDataSection,
+    ProjectEdit::requireWritten(record, sectionName(SectionType::Message), kMessageSection, 1);
+    ProjectEdit::requireWritten(record, sectionName(SectionType::ToolData), kToolDataSection,
                                 VelkApi::ToolSection::LINESCOUNT);
     return position;
 }

@@ -13,11 +13,12 @@
 #include "EntryText.h"
 #include "Progress.h"
 #include "StoreKind.h"
+#include "operation/SectionNames.h"
 
 namespace velk {
 
 using VelkApi::MillDrillOperationType;
-using VelkApi::SectionType;
+using VelkApi::detail::kSectionNames;
 
 // A large project shows how many of its megabytes have been read while it loads.
 void loadProject(const std::string& path) {
@@ -96,24 +97,20 @@ std::string dataTypeName(VelkApi::ValueDataType type) {
 }
 
 const std::vector<std::string>& sectionNames() {
-    static const std::vector<std::string> names = {
-        "Additional_1", "Additional_2", "Geometry", "Header", "Message", "Parameter", "ToolData"};
+    static const std::vector<std::string> names = [] {
+        std::vector<std::string> list;
+        for (const auto& section : kSectionNames) {
+            list.emplace_back(section.name);
+        }
+        return list;
+    }();
     return names;
 }
 
 VelkApi::SectionDictionary* findSection(const VelkApi::OperationBase& op, const std::string& name) {
-    static const std::vector<std::pair<std::string, std::pair<SectionType, int>>> keys = {
-        {"Header", {SectionType::Header, 0}},
-        {"Message", {SectionType::Message, 0}},
-        {"ToolData", {SectionType::ToolData, 0}},
-        {"Parameter", {SectionType::Parameter, 0}},
-        {"Geometry", {SectionType::Geometry, 0}},
-        {"Additional_1", {SectionType::Additional, 1}},
-        {"Additional_2", {SectionType::Additional, 2}},
-    };
-    for (const auto& [sectionName, key] : keys) {
-        if (sectionName == name) {
-            return op.getSection(key.first, key.second);
+    for (const auto& section : kSectionNames) {
+        if (section.name == name) {
+            return op.getSection(section.type, section.number);
         }
     }
     return nullptr;

@@ -7,6 +7,7 @@
 #include "EntryText.h"
 #include "NewRecords.h"
 #include "Project.h"
+#include "operation/SectionNames.h"
 
 namespace velk {
 
@@ -14,18 +15,17 @@ namespace {
 
 using VelkApi::MillDrillOperationType;
 using VelkApi::SectionDictionary;
+using VelkApi::SectionType;
+using VelkApi::detail::kSectionNames;
+using VelkApi::detail::sectionName;
 
 // The sections of a tool record: message, tool data.
 constexpr int kToolSectionCount = 2;
 constexpr int kToolDataSection = 1;
 
-// The names of an operation's sections by their number in the store.
-const std::vector<std::string> kStoredSectionNames = {
-    "Message", "ToolData", "Parameter", "Geometry", "Additional_1", "Additional_2"};
-
 // The header's line and section counts follow from the other sections: a change shows there.
 bool isLayoutKey(const std::string& section, const std::string& key) {
-    return section == "Header" && key.find("count") != std::string::npos;
+    return section == sectionName(SectionType::Header) && key.find("count") != std::string::npos;
 }
 
 void addValues(RecordSnapshot& record, const VelkApi::OperationBase& op) {
@@ -41,9 +41,13 @@ void addValues(RecordSnapshot& record, const VelkApi::OperationBase& op) {
     }
 }
 
+// An operation's section by its name, others by their number in the store.
 std::string sectionLabel(const RecordSnapshot& record, int section) {
-    if (!record.kind.empty() && static_cast<std::size_t>(section) < kStoredSectionNames.size()) {
-        return kStoredSectionNames[static_cast<std::size_t>(section)];
+    for (const auto& named : kSectionNames) {
+        // The header is no section of the store (its number is -1).
+        if (!record.kind.empty() && section >= 0 && named.stored == section) {
+            return named.name;
+        }
     }
     return "section " + std::to_string(section);
 }

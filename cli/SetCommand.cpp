@@ -17,13 +17,16 @@
 #include "ProjectEdit.h"
 #include "RecordDamage.h"
 #include "TypedValueChecks.h"
+#include "operation/SectionNames.h"
 
 namespace velk {
 
 namespace {
 
 using VelkApi::SectionDictionary;
+using VelkApi::SectionType;
 using VelkApi::ValueDataType;
+using VelkApi::detail::sectionName;
 
 struct SetOptions {
     std::string project;
@@ -87,7 +90,7 @@ VelkApi::VelkObject parseObject(const SectionDictionary& section, const Assignme
 // Checks the assignment against the operation and returns the edit that applies it.
 std::function<void()> prepare(VelkApi::MillDrillOperation& op, const Assignment& a,
                               bool allowLoss) {
-    if (a.section == "Header") {
+    if (a.section == sectionName(SectionType::Header)) {
         throw CommandError("the Header section is read-only: it follows from the other sections");
     }
     SectionDictionary& section = requireSection(op, a.section);
