@@ -66,13 +66,10 @@ void MessageSection::writeToVDM(OperationBase* op) {
         const std::vector<std::string> lines = composeLines();
         MillTurnVdm& vdm = *op->getVDM();
         host::StoreSession session(vdm);
-        if (!session || !vdm.BeginSection(sectionNr)) {
+        if (!session) {
             return;
         }
-        for (const std::string& line : lines) {
-            vdm.AddLine(line);
-        }
-        vdm.EndSection();
+        vdm.WriteSection(sectionNr, lines);
     });
 }
 

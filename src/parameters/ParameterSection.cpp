@@ -129,13 +129,10 @@ void ParameterSection::writeToVDM(OperationBase* op) {
         const std::vector<std::string> lines = composeLines();
         MillTurnVdm& vdm = *op->getVDM();
         host::StoreSession session(vdm);
-        if (!session || !vdm.LoadOperation(op->getNumber()) || !vdm.BeginSection(sectionNr)) {
+        if (!session || !vdm.LoadOperation(op->getNumber())) {
             return;
         }
-        for (const std::string& line : lines) {
-            vdm.AddLine(line);
-        }
-        vdm.EndSection();
+        vdm.WriteSection(sectionNr, lines);
     });
 }
 

@@ -17,13 +17,10 @@ std::vector<std::string> readToolLines(MillTurnVdm& vdm, int operation, int sect
 
 void writeToolLines(MillTurnVdm& vdm, int operation, int section,
                     const std::vector<std::string>& lines) {
-    if (!vdm.LoadOperation(operation) || !vdm.BeginSection(section)) {
+    if (!vdm.LoadOperation(operation)) {
         return;
     }
-    for (const std::string& line : lines) {
-        vdm.AddLine(line);
-    }
-    vdm.EndSection();
+    vdm.WriteSection(section, lines);
 }
 
 }  // namespace VelkApi::tools
