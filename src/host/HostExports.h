@@ -10,8 +10,8 @@
 #include <type_traits>
 #include <utility>
 
+#include "HostAbi.h"
 #include "host/CaptureHooks.h"
-#include "host/HostAbi.h"
 #include "platform/Platform.h"
 
 namespace VelkApi::host {

@@ -3,8 +3,8 @@
 
 #include <algorithm>
 
-#include "host/ErrorBoundary.h"
 #include "host/HostExports.h"
+#include "util/ErrorBoundary.h"
 
 namespace VelkApi {
 

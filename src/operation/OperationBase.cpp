@@ -4,7 +4,7 @@
 
 #include "host/HostExports.h"
 #include "host/StoreSession.h"
-#include "model/TextHelpers.h"
+#include "util/TextHelpers.h"
 
 namespace VelkApi {
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
-#include "model/TextHelpers.h"
+#include "util/TextHelpers.h"
 
 namespace VelkApi::catalogue {
 

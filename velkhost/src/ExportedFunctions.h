@@ -2,7 +2,7 @@
 // The whole project builds with hidden visibility, so each one is marked for export.
 #pragma once
 
-#include "host/HostAbi.h"
+#include "HostAbi.h"
 
 #if defined(_WIN32)
 #define VELKHOST_EXPORT __declspec(dllexport)

@@ -6,8 +6,8 @@
 #include <type_traits>
 
 #include "ExportedFunctions.h"
+#include "HostAbi.h"
 #include "HostState.h"
-#include "host/HostAbi.h"
 
 using velkhost::CadObject;
 

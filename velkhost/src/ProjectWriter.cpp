@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "Project.h"
-#include "host/WindowsCodePage.h"
+#include "WindowsCodePage.h"
 
 namespace velkhost::detail {
 

@@ -9,8 +9,8 @@
 #include <utility>
 #include <vector>
 
-#include "host/CaptureSession.h"
-#include "host/WindowsCodePage.h"
+#include "WindowsCodePage.h"
+#include "capture/CaptureSession.h"
 
 namespace VelkApi::host::capture {
 
