@@ -42,9 +42,9 @@ class Arguments {
     template <typename Parameter>
     Parameter next() {
         if constexpr (std::is_same_v<Parameter, int>) {
-            return numbers[nextNumber++];
+            return number();
         } else if constexpr (std::is_same_v<Parameter, unsigned>) {
-            return static_cast<unsigned>(numbers[nextNumber++]);
+            return static_cast<unsigned>(number());
         } else if constexpr (std::is_same_v<Parameter, const char*>) {
             return texts++ == 0 ? text : "";
         } else if constexpr (std::is_same_v<Parameter, char*>) {
@@ -52,7 +52,7 @@ class Arguments {
         } else if constexpr (std::is_same_v<Parameter, int*>) {
             return &status;
         } else if constexpr (std::is_same_v<Parameter, double*>) {
-            return &point[coordinates++];
+            return coordinates < 3 ? &point[coordinates++] : nullptr;
         } else if constexpr (std::is_same_v<Parameter, VelkCadCallback>) {
             return visitObject;
         } else {
@@ -62,6 +62,9 @@ class Arguments {
     }
 
   private:
+    // The record keeps three numbers; any further one is 0.
+    int number() { return nextNumber < 3 ? numbers[nextNumber++] : 0; }
+
     static char buffer[VelkApi::host::kLineBufferSize];  // a line, or a string global
     int numbers[3];
     const char* text;
