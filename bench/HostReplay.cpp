@@ -2,6 +2,8 @@
 
 #include <map>
 #include <stdexcept>
+#include <tuple>
+#include <type_traits>
 
 #include "ExportedFunctions.h"
 
@@ -9,10 +11,9 @@ namespace bench {
 
 namespace {
 
-// Counts the objects of a walk of the drawing and takes none of them.
-int visitObject(const int* /*object*/, void* /*arg*/, const double* /*xyz*/, void* context) {
+// Takes none of the objects of a walk of the drawing.
+int visitObject(const int* /*object*/, void* /*arg*/, const double* /*xyz*/, void* /*context*/) {
     constexpr int kRejected = -1;
-    ++*static_cast<long long*>(context);
     return kRejected;
 }
 
@@ -20,57 +21,142 @@ int argument(const velkhost::HostCall& call, std::size_t i) {
     return i < call.numbers.size() ? call.numbers[i] : 0;
 }
 
+// The C types of parameter a recorded call can be made again with.
+template <typename Parameter>
+constexpr bool kBindable =
+    std::is_same_v<Parameter, int> || std::is_same_v<Parameter, unsigned> ||
+    std::is_same_v<Parameter, const char*> || std::is_same_v<Parameter, char*> ||
+    std::is_same_v<Parameter, int*> || std::is_same_v<Parameter, double*> ||
+    std::is_same_v<Parameter, void*> || std::is_same_v<Parameter, VelkCadCallback>;
+
+// The arguments of a recorded call, by the C type of each parameter in turn: ints (and the
+// unsigned style of a box) are the recorded numbers in order, the first of a call on an open
+// store being the handle of this run; the first text is the recorded one, any further one "";
+// a buffer, a status and the coordinates of a point are the replay's own; the callback of a walk
+// takes no object; any other pointer is null.
+class Arguments {
+  public:
+    Arguments(int first, int second, int third, const char* recordedText)
+        : numbers{first, second, third}, text(recordedText) {}
+
+    template <typename Parameter>
+    Parameter next() {
+        if constexpr (std::is_same_v<Parameter, int>) {
+            return number();
+        } else if constexpr (std::is_same_v<Parameter, unsigned>) {
+            return static_cast<unsigned>(number());
+        } else if constexpr (std::is_same_v<Parameter, const char*>) {
+            return texts++ == 0 ? text : "";
+        } else if constexpr (std::is_same_v<Parameter, char*>) {
+            return buffer;
+        } else if constexpr (std::is_same_v<Parameter, int*>) {
+            return &status;
+        } else if constexpr (std::is_same_v<Parameter, double*>) {
+            return coordinates < 3 ? &point[coordinates++] : nullptr;
+        } else if constexpr (std::is_same_v<Parameter, VelkCadCallback>) {
+            return visitObject;
+        } else {
+            static_assert(std::is_same_v<Parameter, void*>);
+            return nullptr;
+        }
+    }
+
+  private:
+    // The record keeps three numbers; any further one is 0.
+    int number() { return nextNumber < 3 ? numbers[nextNumber++] : 0; }
+
+    static char buffer[VelkApi::host::kLineBufferSize];  // a line, or a string global
+    int numbers[3];
+    const char* text;
+    int nextNumber = 0;
+    int texts = 0;
+    int status = 0;
+    double point[3] = {};
+    int coordinates = 0;
+};
+
+char Arguments::buffer[VelkApi::host::kLineBufferSize];
+
+template <typename Fn>
+struct Signature;
+
+template <typename Result, typename... Parameters>
+struct Signature<Result (*)(Parameters...)> {
+    static constexpr bool kReplayable = (kBindable<Parameters> && ...);
+
+    template <auto Function>
+    static Result call(Arguments& arguments) {
+        // Braces take the arguments in order.
+        std::tuple<Parameters...> values{arguments.next<Parameters>()...};
+        return std::apply(Function, values);
+    }
+};
+
+// The export that gives out the handles of the calls on an open store.
+template <auto Function>
+constexpr bool kOpensAStore = false;
+template <>
+constexpr bool kOpensAStore<&VelkMacroVdmOpen> = true;
+
+// What the host answered, as a number to sum.
+template <typename Result>
+long long asNumber(Result result) {
+    if constexpr (std::is_pointer_v<Result>) {
+        return result != nullptr;
+    } else {
+        return static_cast<long long>(result);
+    }
+}
+
 }  // namespace
 
-bool HostReplay::usesHandle(Export call) {
-    switch (call) {
-        case Export::Close:
-        case Export::Size:
-        case Export::Seek:
-        case Export::SingleSeek:
-        case Export::SingleGet:
-        case Export::SingleAdd:
-        case Export::SingleReplace:
-        case Export::Insert:
-        case Export::SingleDelete:
-            return true;
-        default:
-            return false;
+template <auto Function, bool OnHandle>
+long long HostReplay::replay(HostReplay& self, const Step& step) {
+    using Call = Signature<decltype(Function)>;
+    Arguments arguments(OnHandle ? self.handleOf(step) : step.a, step.b, step.c, step.text.c_str());
+    if constexpr (std::is_void_v<decltype(Call::template call<Function>(arguments))>) {
+        Call::template call<Function>(arguments);
+        return 0;
+    } else {
+        const auto result = Call::template call<Function>(arguments);
+        if constexpr (kOpensAStore<Function>) {
+            self.handles[self.opened++] = result;
+        }
+        return asNumber(result);
+    }
+}
+
+template <auto Function, bool OnHandle>
+constexpr HostReplay::Replay HostReplay::replayOf() {
+    if constexpr (Signature<decltype(Function)>::kReplayable) {
+        return &HostReplay::replay<Function, OnHandle>;
+    } else {
+        return nullptr;
     }
 }
 
 HostReplay::HostReplay(const std::vector<velkhost::HostCall>& calls) {
-    static const std::map<std::string, Export> kExports = {
-        {"VelkEnvironment", Export::Environment},
-        {"VelkReadGlobalI", Export::ReadGlobalI},
-        {"VelkReadGlobalW", Export::ReadGlobalW},
-        {"VelkReadGlobal$", Export::ReadGlobalStr},
-        {"VelkMacroVdmExists", Export::Exists},
-        {"VelkMacroVdmCheckOpen", Export::CheckOpen},
-        {"VelkMacroVdmOpen", Export::Open},
-        {"VelkMacroVdmClose", Export::Close},
-        {"VelkMacroVdmSize", Export::Size},
-        {"VelkMacroVdmSeek", Export::Seek},
-        {"VelkMacroVdmSingleSeek", Export::SingleSeek},
-        {"VelkMacroVdmSingleGet$", Export::SingleGet},
-        {"VelkMacroVdmSingleAdd$", Export::SingleAdd},
-        {"VelkMacroVdmSingleReplace$", Export::SingleReplace},
-        {"VelkMacroVdmInsert$", Export::Insert},
-        {"VelkMacroVdmSingleDelete", Export::SingleDelete},
-        {"VelkGetFigure", Export::GetFigure},
-        {"VelkGetFigureObject", Export::GetFigureObject},
-        {"VelkGetFigureInstance", Export::GetFigureInstance},
-        {"VelkGetNonCadObject", Export::GetNonCadObject},
-        {"VelkGetObjectDelete", Export::GetObjectDelete},
-        {"VelkGetObjectType", Export::GetObjectType},
-        {"VelkGetObjectName", Export::GetObjectName},
-        {"VelkGetObjectAttribute", Export::GetObjectAttribute},
-        {"VelkFigureFindName", Export::FigureFindName},
-        {"VelkObjectStart", Export::ObjectStart},
-        {"VelkProcessCad", Export::ProcessCad},
-        {"VelkGetWnd", Export::GetWnd},
-        {"MessageBoxA", Export::MessageBox},
+    struct Known {
+        Replay replay;  // null for a call that cannot be replayed
+        bool onHandle;
+        bool opensAStore;
     };
+    // Every export but the array globals, whose elements the call record does not keep.
+#define BENCH_REPLAY(Symbol, Name, Result, Parameters) \
+    {#Symbol, {replayOf<&Symbol, false>(), false, kOpensAStore<&Symbol>}},
+#define BENCH_REPLAY_ON_HANDLE(Symbol, Name, Result, Parameters) \
+    {#Symbol, {replayOf<&Symbol, true>(), true, false}},
+    // clang-format off
+    static const std::map<std::string, Known> kExports = {
+        VELKAPI_HOST_WINDOW_EXPORTS(BENCH_REPLAY)
+        VELKAPI_HOST_GLOBAL_EXPORTS(BENCH_REPLAY)
+        VELKAPI_HOST_STORE_EXPORTS(BENCH_REPLAY)
+        VELKAPI_HOST_STORE_HANDLE_EXPORTS(BENCH_REPLAY_ON_HANDLE)
+        VELKAPI_HOST_DRAWING_EXPORTS(BENCH_REPLAY)
+        VELKAPI_HOST_FALLBACK_EXPORTS(BENCH_REPLAY)};
+    // clang-format on
+#undef BENCH_REPLAY
+#undef BENCH_REPLAY_ON_HANDLE
     // The host gives out a new handle at every open: the first new handle used after an open
     // is the one that open gave out.
     std::map<int, int> slotOfHandle;
@@ -78,18 +164,19 @@ HostReplay::HostReplay(const std::vector<velkhost::HostCall>& calls) {
     steps.reserve(calls.size());
     for (const velkhost::HostCall& call : calls) {
         const auto found = kExports.find(call.exportName);
-        if (found == kExports.end()) {
+        if (found == kExports.end() || !found->second.replay) {
             throw std::invalid_argument("cannot replay a call of " + call.exportName);
         }
-        Step step{found->second,     argument(call, 0), argument(call, 1),
+        const Known& known = found->second;
+        Step step{known.replay,      argument(call, 0), argument(call, 1),
                   argument(call, 2), call.text,         -1};
-        if (step.call == Export::Open) {
+        if (known.opensAStore) {
             openedSlot = static_cast<int>(handles.size());
             handles.push_back(0);
-        } else if (usesHandle(step.call)) {
-            const auto known = slotOfHandle.find(step.a);
-            if (known != slotOfHandle.end()) {
-                step.slot = known->second;
+        } else if (known.onHandle) {
+            const auto given = slotOfHandle.find(step.a);
+            if (given != slotOfHandle.end()) {
+                step.slot = given->second;
             } else if (openedSlot >= 0) {
                 step.slot = slotOfHandle[step.a] = openedSlot;
                 openedSlot = -1;
@@ -104,109 +191,10 @@ int HostReplay::handleOf(const Step& step) const {
 }
 
 long long HostReplay::run() {
-    static char line[VelkApi::host::kLineBufferSize];
-    static char text[VelkApi::host::kStringBufferSize];
     long long sum = 0;
-    int status = 0;
-    std::size_t opened = 0;
+    opened = 0;
     for (const Step& step : steps) {
-        const char* stepText = step.text.c_str();
-        switch (step.call) {
-            case Export::Environment:
-                sum += VelkEnvironment(stepText)[0];
-                break;
-            case Export::ReadGlobalI:
-                sum += VelkReadGlobalI(stepText, &status);
-                break;
-            case Export::ReadGlobalW:
-                sum += static_cast<long long>(VelkReadGlobalW(stepText, &status));
-                break;
-            case Export::ReadGlobalStr:
-                VelkReadGlobal$(stepText, text, &status);
-                sum += status;
-                break;
-            case Export::Exists:
-                sum += VelkMacroVdmExists(step.a);
-                break;
-            case Export::CheckOpen:
-                sum += VelkMacroVdmCheckOpen(step.a);
-                break;
-            case Export::Open:
-                handles[opened] = VelkMacroVdmOpen(step.a, step.b);
-                sum += handles[opened++];
-                break;
-            case Export::Close:
-                sum += VelkMacroVdmClose(handleOf(step));
-                break;
-            case Export::Size:
-                sum += VelkMacroVdmSize(handleOf(step));
-                break;
-            case Export::Seek:
-                sum += VelkMacroVdmSeek(handleOf(step), step.b, step.c);
-                break;
-            case Export::SingleSeek:
-                sum += VelkMacroVdmSingleSeek(handleOf(step), step.b);
-                break;
-            case Export::SingleGet:
-                sum += VelkMacroVdmSingleGet$(handleOf(step), line, step.b);
-                break;
-            case Export::SingleAdd:
-                sum += VelkMacroVdmSingleAdd$(handleOf(step), stepText, step.b);
-                break;
-            case Export::SingleReplace:
-                sum += VelkMacroVdmSingleReplace$(handleOf(step), stepText, step.b);
-                break;
-            case Export::Insert:
-                sum += VelkMacroVdmInsert$(handleOf(step), stepText, step.b);
-                break;
-            case Export::SingleDelete:
-                sum += VelkMacroVdmSingleDelete(handleOf(step), step.b);
-                break;
-            case Export::GetFigure:
-                sum += VelkGetFigure(stepText);
-                break;
-            case Export::GetFigureObject:
-                sum += VelkGetFigureObject(step.a);
-                break;
-            case Export::GetFigureInstance:
-                sum += VelkGetFigureInstance(step.a, step.b);
-                break;
-            case Export::GetNonCadObject:
-                sum += VelkGetNonCadObject(step.a, step.b);
-                break;
-            case Export::GetObjectDelete:
-                sum += VelkGetObjectDelete(step.a);
-                break;
-            case Export::GetObjectType:
-                sum += VelkGetObjectType(step.a);
-                break;
-            case Export::GetObjectName:
-                sum += VelkGetObjectName(step.a);
-                break;
-            case Export::GetObjectAttribute:
-                sum += VelkGetObjectAttribute(step.a);
-                break;
-            case Export::FigureFindName:
-                sum += VelkFigureFindName(step.a) != nullptr;
-                break;
-            case Export::ObjectStart: {
-                double x = 0.0;
-                double y = 0.0;
-                double z = 0.0;
-                VelkObjectStart(step.a, &x, &y, &z);
-                sum += static_cast<long long>(x + y + z);
-                break;
-            }
-            case Export::ProcessCad:
-                VelkProcessCad(visitObject, step.a, nullptr, nullptr, nullptr, step.b, &sum);
-                break;
-            case Export::GetWnd:
-                sum += VelkGetWnd(step.a) != nullptr;
-                break;
-            case Export::MessageBox:
-                sum += MessageBoxA(VelkGetWnd(2), stepText, "", static_cast<unsigned>(step.a));
-                break;
-        }
+        sum += step.replay(*this, step);
     }
     return sum;
 }

@@ -24,39 +24,11 @@ class HostReplay {
     std::size_t size() const { return steps.size(); }
 
   private:
-    enum class Export {
-        Environment,
-        ReadGlobalI,
-        ReadGlobalW,
-        ReadGlobalStr,
-        Exists,
-        CheckOpen,
-        Open,
-        Close,
-        Size,
-        Seek,
-        SingleSeek,
-        SingleGet,
-        SingleAdd,
-        SingleReplace,
-        Insert,
-        SingleDelete,
-        GetFigure,
-        GetFigureObject,
-        GetFigureInstance,
-        GetNonCadObject,
-        GetObjectDelete,
-        GetObjectType,
-        GetObjectName,
-        GetObjectAttribute,
-        FigureFindName,
-        ObjectStart,
-        ProcessCad,
-        GetWnd,
-        MessageBox,
-    };
+    struct Step;
+    // Makes the call of a step again; its result as a number.
+    using Replay = long long (*)(HostReplay& self, const Step& step);
     struct Step {
-        Export call;
+        Replay replay;
         int a;  // for calls on a handle: the handle as recorded
         int b;
         int c;
@@ -64,13 +36,20 @@ class HostReplay {
         int slot;  // the open that gave out the handle, or -1
     };
 
-    static bool usesHandle(Export call);
+    // The call of `Function` again from its record; `OnHandle`: its first int is the handle of
+    // an open store.
+    template <auto Function, bool OnHandle>
+    static long long replay(HostReplay& self, const Step& step);
+    template <auto Function, bool OnHandle>
+    static constexpr Replay replayOf();
+
     // The handle of a step: the one its open gave out this time, or the recorded one for a
     // handle no recorded open gave out.
     int handleOf(const Step& step) const;
 
     std::vector<Step> steps;
     std::vector<int> handles;  // by slot: the handle each open gave out this time
+    std::size_t opened = 0;    // the opens made so far in this run
 };
 
 }  // namespace bench

@@ -7,7 +7,7 @@
 #include <cstdlib>
 #include <string>
 
-#include "model/TextHelpers.h"
+#include "util/TextHelpers.h"
 
 namespace bench {
 

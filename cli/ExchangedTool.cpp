@@ -7,7 +7,7 @@
 
 #include "EntryText.h"
 #include "Project.h"
-#include "host/WindowsCodePage.h"
+#include "WindowsCodePage.h"
 
 namespace velk {
 

@@ -4,7 +4,7 @@
 #include <iostream>
 
 #include "Project.h"
-#include "host/WindowsCodePage.h"
+#include "WindowsCodePage.h"
 
 namespace velk {
 

@@ -6,8 +6,8 @@
 #include <cstdio>
 #include <memory>
 
-#include "host/ErrorBoundary.h"
 #include "host/StoreSession.h"
+#include "util/ErrorBoundary.h"
 
 namespace VelkApi {
 

@@ -3,10 +3,10 @@
 #include <cctype>
 #include <cmath>
 
-#include "host/ErrorBoundary.h"
 #include "host/HostExports.h"
 #include "host/PointSearch.h"
-#include "model/TextHelpers.h"
+#include "util/ErrorBoundary.h"
+#include "util/TextHelpers.h"
 
 namespace VelkApi {
 

@@ -6,7 +6,7 @@
 
 #include <type_traits>
 
-#include "host/HostAbi.h"
+#include "HostAbi.h"
 
 namespace VelkApi::host {
 

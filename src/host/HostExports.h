@@ -10,8 +10,8 @@
 #include <type_traits>
 #include <utility>
 
+#include "HostAbi.h"
 #include "host/CaptureHooks.h"
-#include "host/HostAbi.h"
 #include "platform/Platform.h"
 
 namespace VelkApi::host {
@@ -50,44 +50,12 @@ class HostExport {
     Fn cached = nullptr;
 };
 
-inline HostExport<VelkGetWndFn> GetWnd{"VelkGetWnd"};
-inline HostExport<VelkEnvironmentFn> Environment{"VelkEnvironment"};
-
-inline HostExport<VelkReadGlobalIFn> ReadGlobalI{"VelkReadGlobalI"};
-inline HostExport<VelkReadGlobalWFn> ReadGlobalW{"VelkReadGlobalW"};
-inline HostExport<VelkReadGlobalStrFn> ReadGlobalStr{"VelkReadGlobal$"};
-inline HostExport<VelkWriteGlobalIFn> WriteGlobalI{"VelkWriteGlobalI"};
-inline HostExport<VelkWriteGlobalWFn> WriteGlobalW{"VelkWriteGlobalW"};
-inline HostExport<VelkWriteGlobalStrFn> WriteGlobalStr{"VelkWriteGlobal$"};
-inline HostExport<VelkReadGlobalArrayIFn> ReadGlobalArrayI{"VelkReadGlobalArrayI"};
-inline HostExport<VelkReadGlobalArrayWFn> ReadGlobalArrayW{"VelkReadGlobalArrayW"};
-inline HostExport<VelkWriteGlobalArrayIFn> WriteGlobalArrayI{"VelkWriteGlobalArrayI"};
-inline HostExport<VelkWriteGlobalArrayWFn> WriteGlobalArrayW{"VelkWriteGlobalArrayW"};
-
-inline HostExport<VelkMacroVdmExistsFn> MacroVdmExists{"VelkMacroVdmExists"};
-inline HostExport<VelkMacroVdmCheckOpenFn> MacroVdmCheckOpen{"VelkMacroVdmCheckOpen"};
-inline HostExport<VelkMacroVdmOpenFn> MacroVdmOpen{"VelkMacroVdmOpen"};
-inline HostExport<VelkMacroVdmCloseFn> MacroVdmClose{"VelkMacroVdmClose"};
-inline HostExport<VelkMacroVdmSizeFn> MacroVdmSize{"VelkMacroVdmSize"};
-inline HostExport<VelkMacroVdmSeekFn> MacroVdmSeek{"VelkMacroVdmSeek"};
-inline HostExport<VelkMacroVdmSingleSeekFn> MacroVdmSingleSeek{"VelkMacroVdmSingleSeek"};
-inline HostExport<VelkMacroVdmSingleGetFn> MacroVdmSingleGet{"VelkMacroVdmSingleGet$"};
-inline HostExport<VelkMacroVdmSingleAddFn> MacroVdmSingleAdd{"VelkMacroVdmSingleAdd$"};
-inline HostExport<VelkMacroVdmSingleReplaceFn> MacroVdmSingleReplace{"VelkMacroVdmSingleReplace$"};
-inline HostExport<VelkMacroVdmInsertFn> MacroVdmInsert{"VelkMacroVdmInsert$"};
-inline HostExport<VelkMacroVdmSingleDeleteFn> MacroVdmSingleDelete{"VelkMacroVdmSingleDelete"};
-
-inline HostExport<VelkGetFigureFn> GetFigure{"VelkGetFigure"};
-inline HostExport<VelkGetFigureObjectFn> GetFigureObject{"VelkGetFigureObject"};
-inline HostExport<VelkGetFigureInstanceFn> GetFigureInstance{"VelkGetFigureInstance"};
-inline HostExport<VelkGetNonCadObjectFn> GetNonCadObject{"VelkGetNonCadObject"};
-inline HostExport<VelkGetObjectDeleteFn> GetObjectDelete{"VelkGetObjectDelete"};
-inline HostExport<VelkGetObjectTypeFn> GetObjectType{"VelkGetObjectType"};
-inline HostExport<VelkGetObjectNameFn> GetObjectName{"VelkGetObjectName"};
-inline HostExport<VelkGetObjectAttributeFn> GetObjectAttribute{"VelkGetObjectAttribute"};
-inline HostExport<VelkFigureFindNameFn> FigureFindName{"VelkFigureFindName"};
-inline HostExport<VelkObjectStartFn> ObjectStart{"VelkObjectStart"};
-inline HostExport<VelkProcessCadFn> ProcessCad{"VelkProcessCad"};
+// One binding per export the library calls, by the names of the table of exports:
+// host::MacroVdmOpen calls "VelkMacroVdmOpen", of type VelkMacroVdmOpenFn.
+#define VELKAPI_HOST_EXPORT(Symbol, Name, Result, Parameters) \
+    inline HostExport<Velk##Name##Fn> Name{#Symbol};
+VELKAPI_HOST_CALLED_EXPORTS(VELKAPI_HOST_EXPORT)
+#undef VELKAPI_HOST_EXPORT
 
 // The host's environment value `name`; "" when the host has none (or no such export).
 std::string environment(const char* name);

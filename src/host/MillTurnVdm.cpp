@@ -5,7 +5,7 @@
 #include <numeric>
 
 #include "host/HostExports.h"
-#include "model/TextHelpers.h"
+#include "util/TextHelpers.h"
 
 namespace VelkApi {
 

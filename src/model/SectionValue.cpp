@@ -3,7 +3,7 @@
 #include <velkapi/LogFile.h>
 #include <velkapi/VelkObject.h>
 
-#include "host/ErrorBoundary.h"
+#include "util/ErrorBoundary.h"
 
 namespace VelkApi {
 

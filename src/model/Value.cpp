@@ -2,7 +2,7 @@
 
 #include <stdexcept>
 
-#include "model/TextHelpers.h"
+#include "util/TextHelpers.h"
 
 namespace VelkApi {
 

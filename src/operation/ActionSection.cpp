@@ -2,9 +2,9 @@
 
 #include <velkapi/OperationBase.h>
 
-#include "host/ErrorBoundary.h"
 #include "host/StoreSession.h"
-#include "model/TextHelpers.h"
+#include "util/ErrorBoundary.h"
+#include "util/TextHelpers.h"
 
 namespace VelkApi {
 

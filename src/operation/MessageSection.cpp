@@ -2,8 +2,8 @@
 
 #include <velkapi/OperationBase.h>
 
-#include "host/ErrorBoundary.h"
 #include "host/StoreSession.h"
+#include "util/ErrorBoundary.h"
 
 namespace VelkApi {
 

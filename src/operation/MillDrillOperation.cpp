@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "host/ErrorBoundary.h"
 #include "host/HostExports.h"
+#include "util/ErrorBoundary.h"
 
 namespace VelkApi {
 

@@ -4,8 +4,8 @@
 
 #include "host/HostExports.h"
 #include "host/StoreSession.h"
-#include "model/TextHelpers.h"
 #include "operation/SectionNames.h"
+#include "util/TextHelpers.h"
 
 namespace VelkApi {
 

@@ -14,11 +14,11 @@
 #include <functional>
 #include <memory>
 
-#include "host/ErrorBoundary.h"
 #include "host/StoreSession.h"
 #include "model/SectionEntries.h"
-#include "model/TextHelpers.h"
 #include "operation/SectionNames.h"
+#include "util/ErrorBoundary.h"
+#include "util/TextHelpers.h"
 
 namespace VelkApi {
 

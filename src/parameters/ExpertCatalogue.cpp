@@ -6,8 +6,8 @@
 #include <cstddef>
 #include <iterator>
 
-#include "model/TextHelpers.h"
 #include "parameters/ParameterCatalogue.h"
+#include "util/TextHelpers.h"
 
 namespace VelkApi::catalogue {
 

@@ -12,11 +12,11 @@
 #include <stdexcept>
 #include <utility>
 
-#include "host/ErrorBoundary.h"
-#include "model/TextHelpers.h"
 #include "parameters/ExpertCatalogue.h"
 #include "parameters/ParameterLines.h"
 #include "parameters/SetupValues.h"
+#include "util/ErrorBoundary.h"
+#include "util/TextHelpers.h"
 
 namespace VelkApi {
 

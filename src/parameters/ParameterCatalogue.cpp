@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "model/TextHelpers.h"
+#include "util/TextHelpers.h"
 
 namespace VelkApi::catalogue {
 

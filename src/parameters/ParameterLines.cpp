@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <optional>
 
-#include "model/TextHelpers.h"
+#include "util/TextHelpers.h"
 
 namespace VelkApi::parameters {
 

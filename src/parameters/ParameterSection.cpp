@@ -7,14 +7,14 @@
 #include <stdexcept>
 #include <vector>
 
-#include "host/ErrorBoundary.h"
 #include "host/StoreSession.h"
-#include "model/FieldReaders.h"
-#include "model/TextHelpers.h"
 #include "parameters/ParameterCatalogue.h"
 #include "parameters/ParameterLines.h"
 #include "parameters/PpDefIni.h"
 #include "parameters/SetupValues.h"
+#include "util/ErrorBoundary.h"
+#include "util/FieldReaders.h"
+#include "util/TextHelpers.h"
 
 namespace VelkApi {
 

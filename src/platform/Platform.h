@@ -16,6 +16,9 @@ constexpr unsigned kMbIconExclamation = 0x30;
 // module is taken once, when the library is loaded.
 void* findHostExport(const char* name);
 
+// The type of "MessageBoxA", the host's export as well as the system's.
+using MessageBoxFn = int (*)(void* owner, const char* text, const char* caption, unsigned style);
+
 // Shows a box through the host's own "MessageBoxA" export when it has one; otherwise through
 // the system (Windows) or as one line "caption: text" on stderr (POSIX).
 int showMessageBox(void* owner, const std::string& text, const std::string& caption,

@@ -6,7 +6,6 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "host/HostAbi.h"
 #include "platform/IniReader.h"
 #include "platform/Platform.h"
 
@@ -36,7 +35,7 @@ void* findHostExport(const char* name) {
 
 int showMessageBox(void* owner, const std::string& text, const std::string& caption,
                    unsigned style) {
-    static const auto hostBox = reinterpret_cast<MessageBoxAFn>(findHostExport("MessageBoxA"));
+    static const auto hostBox = reinterpret_cast<MessageBoxFn>(findHostExport("MessageBoxA"));
     if (hostBox) {
         return hostBox(owner, text.c_str(), caption.c_str(), style);
     }

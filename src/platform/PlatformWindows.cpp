@@ -8,7 +8,6 @@
 #include <cstdlib>
 #include <ctime>
 
-#include "host/HostAbi.h"
 #include "platform/Platform.h"
 
 namespace VelkApi::platform {
@@ -35,11 +34,11 @@ void* exportAddress(HMODULE module, const char* name) {
 
 // The host's own MessageBoxA when it exports one; else the system's, from user32, which is
 // loaded only when a box is first shown without the host's help.
-MessageBoxAFn messageBoxFunction() {
+MessageBoxFn messageBoxFunction() {
     if (void* hostBox = exportAddress(hostModule(), "MessageBoxA")) {
-        return reinterpret_cast<MessageBoxAFn>(hostBox);
+        return reinterpret_cast<MessageBoxFn>(hostBox);
     }
-    return reinterpret_cast<MessageBoxAFn>(
+    return reinterpret_cast<MessageBoxFn>(
         exportAddress(LoadLibraryA("user32.dll"), "MessageBoxA"));
 }
 
@@ -51,7 +50,7 @@ void* findHostExport(const char* name) {
 
 int showMessageBox(void* owner, const std::string& text, const std::string& caption,
                    unsigned style) {
-    static const MessageBoxAFn box = messageBoxFunction();
+    static const MessageBoxFn box = messageBoxFunction();
     return box ? box(owner, text.c_str(), caption.c_str(), style) : 0;
 }
 

@@ -10,8 +10,8 @@
 #include <type_traits>
 #include <utility>
 
+#include "MwApiAbi.h"
 #include "platform/Platform.h"
-#include "strategy/MwApiAbi.h"
 
 namespace VelkApi::strategy {
 

@@ -3,10 +3,10 @@
 #include <iterator>
 #include <variant>
 
-#include "host/ErrorBoundary.h"
-#include "model/TextHelpers.h"
 #include "tools/HostVariables.h"
 #include "tools/ToolTable.h"
+#include "util/ErrorBoundary.h"
+#include "util/TextHelpers.h"
 
 namespace VelkApi {
 

@@ -6,12 +6,12 @@
 #include <iterator>
 #include <variant>
 
-#include "host/ErrorBoundary.h"
-#include "model/FieldReaders.h"
-#include "model/TextHelpers.h"
 #include "tools/HostVariables.h"
 #include "tools/ToolRecordStore.h"
 #include "tools/ToolTable.h"
+#include "util/ErrorBoundary.h"
+#include "util/FieldReaders.h"
+#include "util/TextHelpers.h"
 
 namespace VelkApi {
 

@@ -3,9 +3,9 @@
 
 #include <algorithm>
 
-#include "host/ErrorBoundary.h"
 #include "host/HostExports.h"
 #include "host/StoreSession.h"
+#include "util/ErrorBoundary.h"
 
 namespace VelkApi {
 

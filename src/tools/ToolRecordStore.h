@@ -7,8 +7,8 @@
 #include <velkapi/MillTurnVdm.h>
 #include <velkapi/OperationBase.h>
 
-#include "host/ErrorBoundary.h"
 #include "host/StoreSession.h"
+#include "util/ErrorBoundary.h"
 
 namespace VelkApi::tools {
 

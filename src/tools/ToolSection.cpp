@@ -1,6 +1,6 @@
 #include <velkapi/ToolSection.h>
 
-#include "host/ErrorBoundary.h"
+#include "util/ErrorBoundary.h"
 
 namespace VelkApi {
 

@@ -1,7 +1,7 @@
 #include <velkapi/TurnToolSection.h>
 
-#include "host/ErrorBoundary.h"
 #include "tools/ToolRecordStore.h"
+#include "util/ErrorBoundary.h"
 
 namespace VelkApi {
 

@@ -2,7 +2,7 @@
 
 #include "ErrorLog.h"
 #include "TestSection.h"
-#include "model/TextHelpers.h"
+#include "util/TextHelpers.h"
 
 using testsupport::ErrorLogWatch;
 using Texts = std::vector<std::string>;

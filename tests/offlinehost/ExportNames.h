@@ -4,46 +4,13 @@
 #include <string>
 #include <vector>
 
+#include "HostExportTable.h"
+
 namespace offlinehost {
 
+#define OFFLINEHOST_EXPORT_NAME(Symbol, Name, Result, Parameters) #Symbol,
 inline const std::vector<std::string> kExportNames = {
-    "VelkGetWnd",
-    "VelkEnvironment",
-    "VelkReadGlobalI",
-    "VelkReadGlobalW",
-    "VelkReadGlobal$",
-    "VelkWriteGlobalI",
-    "VelkWriteGlobalW",
-    "VelkWriteGlobal$",
-    "VelkReadGlobalArrayI",
-    "VelkReadGlobalArrayW",
-    "VelkWriteGlobalArrayI",
-    "VelkWriteGlobalArrayW",
-    "VelkMacroVdmExists",
-    "VelkMacroVdmCheckOpen",
-    "VelkMacroVdmOpen",
-    "VelkMacroVdmClose",
-    "VelkMacroVdmSize",
-    "VelkMacroVdmSeek",
-    "VelkMacroVdmSingleSeek",
-    "VelkMacroVdmSingleGet$",
-    "VelkMacroVdmSingleAdd$",
-    "VelkMacroVdmSingleReplace$",
-    "VelkMacroVdmInsert$",
-    "VelkMacroVdmSingleDelete",
-    "VelkGetFigure",
-    "VelkGetFigureObject",
-    "VelkGetFigureInstance",
-    "VelkGetNonCadObject",
-    "VelkGetObjectDelete",
-    "VelkGetObjectType",
-    "VelkGetObjectName",
-    "VelkGetObjectAttribute",
-    "VelkFigureFindName",
-    "VelkObjectStart",
-    "VelkProcessCad",
-    "VelkMissingAPI",
-    "MessageBoxA",
-};
+    VELKAPI_HOST_EXPORTS(OFFLINEHOST_EXPORT_NAME)};
+#undef OFFLINEHOST_EXPORT_NAME
 
 }  // namespace offlinehost

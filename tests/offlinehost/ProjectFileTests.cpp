@@ -6,7 +6,7 @@
 
 #include "FileContent.h"
 #include "OfflineHostTest.h"
-#include "host/WindowsCodePage.h"
+#include "WindowsCodePage.h"
 
 namespace offlinehost {
 namespace {

@@ -19,7 +19,7 @@
 
 #include "ExpectedLines.h"
 #include "ParametersTest.h"
-#include "model/TextHelpers.h"
+#include "util/TextHelpers.h"
 
 using namespace VelkApi;
 using paramtest::OpenParameterSection;

@@ -10,7 +10,7 @@
 #include <string>
 
 #include "ParametersTest.h"
-#include "model/TextHelpers.h"
+#include "util/TextHelpers.h"
 
 using namespace VelkApi;
 using paramtest::OpenExpertSection;

@@ -10,7 +10,7 @@
 #include <type_traits>
 
 #include "GeoLib.h"
-#include "strategy/MwApiAbi.h"
+#include "MwApiAbi.h"
 
 #if defined(_WIN32)
 #define MWAPI_EXPORT extern "C" __declspec(dllexport)

@@ -4,7 +4,7 @@
 #include <map>
 #include <string>
 
-#include "host/HostAbi.h"
+#include "HostAbi.h"
 #include "velkhost/OfflineHost.h"
 
 namespace velkhost::detail {

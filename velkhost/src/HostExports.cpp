@@ -6,8 +6,8 @@
 #include <type_traits>
 
 #include "ExportedFunctions.h"
+#include "HostAbi.h"
 #include "HostState.h"
-#include "host/HostAbi.h"
 
 using velkhost::CadObject;
 
@@ -220,40 +220,10 @@ VELKHOST_EXPORT int MessageBoxA(void* owner, const char* text, const char* capti
 }
 }
 
-static_assert(std::is_same_v<decltype(&VelkGetWnd), VelkGetWndFn>);
-static_assert(std::is_same_v<decltype(&VelkEnvironment), VelkEnvironmentFn>);
-static_assert(std::is_same_v<decltype(&VelkReadGlobalI), VelkReadGlobalIFn>);
-static_assert(std::is_same_v<decltype(&VelkReadGlobalW), VelkReadGlobalWFn>);
-static_assert(std::is_same_v<decltype(&VelkReadGlobal$), VelkReadGlobalStrFn>);
-static_assert(std::is_same_v<decltype(&VelkWriteGlobalI), VelkWriteGlobalIFn>);
-static_assert(std::is_same_v<decltype(&VelkWriteGlobalW), VelkWriteGlobalWFn>);
-static_assert(std::is_same_v<decltype(&VelkWriteGlobal$), VelkWriteGlobalStrFn>);
-static_assert(std::is_same_v<decltype(&VelkReadGlobalArrayI), VelkReadGlobalArrayIFn>);
-static_assert(std::is_same_v<decltype(&VelkReadGlobalArrayW), VelkReadGlobalArrayWFn>);
-static_assert(std::is_same_v<decltype(&VelkWriteGlobalArrayI), VelkWriteGlobalArrayIFn>);
-static_assert(std::is_same_v<decltype(&VelkWriteGlobalArrayW), VelkWriteGlobalArrayWFn>);
-static_assert(std::is_same_v<decltype(&VelkMacroVdmExists), VelkMacroVdmExistsFn>);
-static_assert(std::is_same_v<decltype(&VelkMacroVdmCheckOpen), VelkMacroVdmCheckOpenFn>);
-static_assert(std::is_same_v<decltype(&VelkMacroVdmOpen), VelkMacroVdmOpenFn>);
-static_assert(std::is_same_v<decltype(&VelkMacroVdmClose), VelkMacroVdmCloseFn>);
-static_assert(std::is_same_v<decltype(&VelkMacroVdmSize), VelkMacroVdmSizeFn>);
-static_assert(std::is_same_v<decltype(&VelkMacroVdmSeek), VelkMacroVdmSeekFn>);
-static_assert(std::is_same_v<decltype(&VelkMacroVdmSingleSeek), VelkMacroVdmSingleSeekFn>);
-static_assert(std::is_same_v<decltype(&VelkMacroVdmSingleGet$), VelkMacroVdmSingleGetFn>);
-static_assert(std::is_same_v<decltype(&VelkMacroVdmSingleAdd$), VelkMacroVdmSingleAddFn>);
-static_assert(std::is_same_v<decltype(&VelkMacroVdmSingleReplace$), VelkMacroVdmSingleReplaceFn>);
-static_assert(std::is_same_v<decltype(&VelkMacroVdmInsert$), VelkMacroVdmInsertFn>);
-static_assert(std::is_same_v<decltype(&VelkMacroVdmSingleDelete), VelkMacroVdmSingleDeleteFn>);
-static_assert(std::is_same_v<decltype(&VelkGetFigure), VelkGetFigureFn>);
-static_assert(std::is_same_v<decltype(&VelkGetFigureObject), VelkGetFigureObjectFn>);
-static_assert(std::is_same_v<decltype(&VelkGetFigureInstance), VelkGetFigureInstanceFn>);
-static_assert(std::is_same_v<decltype(&VelkGetNonCadObject), VelkGetNonCadObjectFn>);
-static_assert(std::is_same_v<decltype(&VelkGetObjectDelete), VelkGetObjectDeleteFn>);
-static_assert(std::is_same_v<decltype(&VelkGetObjectType), VelkGetObjectTypeFn>);
-static_assert(std::is_same_v<decltype(&VelkGetObjectName), VelkGetObjectNameFn>);
-static_assert(std::is_same_v<decltype(&VelkGetObjectAttribute), VelkGetObjectAttributeFn>);
-static_assert(std::is_same_v<decltype(&VelkFigureFindName), VelkFigureFindNameFn>);
-static_assert(std::is_same_v<decltype(&VelkObjectStart), VelkObjectStartFn>);
-static_assert(std::is_same_v<decltype(&VelkProcessCad), VelkProcessCadFn>);
-static_assert(std::is_same_v<decltype(&VelkMissingAPI), VelkMissingAPIFn>);
-static_assert(std::is_same_v<decltype(&MessageBoxA), MessageBoxAFn>);
+// Every definition above matches its line of the table of exports (a definition that differs
+// from the declaration made from it does not compile), and so has the type the library calls
+// it through.
+#define VELKHOST_CHECK(Symbol, Name, Result, Parameters) \
+    static_assert(std::is_same_v<decltype(&Symbol), Velk##Name##Fn>);
+VELKAPI_HOST_EXPORTS(VELKHOST_CHECK)
+#undef VELKHOST_CHECK

@@ -55,7 +55,7 @@
 
 #include "JsonPathTracker.h"
 #include "Project.h"
-#include "host/WindowsCodePage.h"
+#include "WindowsCodePage.h"
 
 namespace velkhost::detail {
 

@@ -1,8 +1,5 @@
 // Writes a project file straight into one text, member by member: environment and globals by
-// name, stores by number, two-space indented, each member and list item on a line of its own.
-// Texts are written as their Windows-1252 characters in UTF-8 with the JSON escapes of control
-// characters, quotes and backslashes; numbers in the JSON library's own form, so that a double
-// reads back as the same double.
+// name, stores by number, in the text form of project files (ProjectJsonWriter.h).
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -10,7 +7,7 @@
 #include <vector>
 
 #include "Project.h"
-#include "host/WindowsCodePage.h"
+#include "ProjectJsonWriter.h"
 
 namespace velkhost::detail {
 
@@ -86,8 +83,8 @@ class ProjectWriter {
         close('}');
     }
 
-    void global(int value) { out_ += std::to_string(value); }
-    void global(double value) { number(value); }
+    void global(int value) { json_.integer(value); }
+    void global(double value) { json_.number(value); }
     void global(const std::string& value) { text(value); }
     template <typename Number>
     void global(const std::vector<Number>& values) {
@@ -153,12 +150,12 @@ class ProjectWriter {
         open('[');
         for (const double coordinate : object.start) {
             item();
-            number(coordinate);
+            json_.number(coordinate);
         }
         close(']');
         integerMember("flags", object.flags);
         key("deleted");
-        out_ += object.deleted ? "true" : "false";
+        json_.boolean(object.deleted);
         close('}');
     }
 
@@ -181,100 +178,33 @@ class ProjectWriter {
 
     void integerMember(std::string_view name, int value) {
         key(name);
-        out_ += std::to_string(value);
+        json_.integer(value);
     }
 
-    // An object or list: "{}" when empty, else each member on a line of its own one level
-    // deeper and the closing bracket on a line of its own.
-    void open(char bracket) {
-        out_ += bracket;
-        emptyContainers_.push_back(true);
-    }
+    void open(char bracket) { json_.open(bracket); }
+    void close(char bracket) { json_.close(bracket); }
+    void text(std::string_view bytes) { json_.text(bytes); }
 
+    // A full block goes to the sink before the next member or item.
     void item() {
-        if (sink_ != nullptr && out_.size() >= kBlockSize) {
-            flush();
-        }
-        out_ += emptyContainers_.back() ? "\n" : ",\n";
-        emptyContainers_.back() = false;
-        out_.append(2 * emptyContainers_.size(), ' ');
+        flushFullBlock();
+        json_.item();
     }
 
     void key(std::string_view name) {
-        item();
-        text(name);
-        out_ += ": ";
+        flushFullBlock();
+        json_.key(name);
     }
 
-    void close(char bracket) {
-        const bool empty = emptyContainers_.back();
-        emptyContainers_.pop_back();
-        if (!empty) {
-            out_ += '\n';
-            out_.append(2 * emptyContainers_.size(), ' ');
+    void flushFullBlock() {
+        if (sink_ != nullptr && out_.size() >= kBlockSize) {
+            flush();
         }
-        out_ += bracket;
-    }
-
-    void number(double value) { out_ += Json(value).dump(); }
-
-    // Runs of plain ASCII, most of a text, go in whole; other bytes one by one.
-    void text(std::string_view bytes) {
-        out_ += '"';
-        std::size_t runStart = 0;
-        for (std::size_t at = 0; at < bytes.size(); ++at) {
-            const auto code = static_cast<unsigned char>(bytes[at]);
-            if (code >= 0x20 && code < 0x80 && code != '"' && code != '\\') {
-                continue;
-            }
-            out_.append(bytes, runStart, at - runStart);
-            runStart = at + 1;
-            if (code >= 0x80) {
-                VelkApi::host::codepage::appendUtf8(VelkApi::host::codepage::characterOf(code),
-                                                    out_);
-            } else {
-                escaped(bytes[at]);
-            }
-        }
-        out_.append(bytes, runStart, std::string_view::npos);
-        out_ += '"';
-    }
-
-    void escaped(char character) {
-        switch (character) {
-            case '"':
-                out_ += "\\\"";
-                return;
-            case '\\':
-                out_ += "\\\\";
-                return;
-            case '\b':
-                out_ += "\\b";
-                return;
-            case '\f':
-                out_ += "\\f";
-                return;
-            case '\n':
-                out_ += "\\n";
-                return;
-            case '\r':
-                out_ += "\\r";
-                return;
-            case '\t':
-                out_ += "\\t";
-                return;
-            default:
-                break;
-        }
-        static constexpr char kHexDigits[] = "0123456789abcdef";  // the other controls
-        out_ += "\\u00";
-        out_ += kHexDigits[character >> 4];
-        out_ += kHexDigits[character & 0xF];
     }
 
     const TextSink* sink_;
     std::string out_;
-    std::vector<bool> emptyContainers_;  // one per open object or list, innermost last
+    VelkApi::projectjson::Writer json_{out_};
 };
 
 }  // namespace

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "CText.h"
-#include "host/HostAbi.h"
+#include "HostAbi.h"
 
 namespace velkhost::detail {
 

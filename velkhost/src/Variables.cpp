@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "CText.h"
-#include "host/HostAbi.h"
+#include "HostAbi.h"
 
 namespace velkhost::detail {
 

@@ -8,7 +8,7 @@
 
 #include <velkapi/LogFile.h>
 
-#include "host/CaptureSession.h"
+#include "capture/CaptureSession.h"
 #include "host/HostExports.h"
 
 namespace VelkApi {

@@ -1,4 +1,4 @@
-#include "model/TextHelpers.h"
+#include "util/TextHelpers.h"
 
 #include <cerrno>
 #include <charconv>
