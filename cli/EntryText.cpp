@@ -1,10 +1,11 @@
 #include "EntryText.h"
 
+#include <velkapi/SectionNames.h>
+
 #include <array>
 #include <charconv>
 
 #include "Project.h"
-#include "operation/SectionNames.h"
 
 namespace velk {
 
@@ -12,7 +13,7 @@ using VelkApi::GeometrySectionType;
 using VelkApi::SectionDictionary;
 using VelkApi::SectionType;
 using VelkApi::ValueDataType;
-using VelkApi::detail::sectionName;
+using VelkApi::sectionName;
 
 namespace {
 

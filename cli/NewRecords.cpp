@@ -1,12 +1,12 @@
 #include "NewRecords.h"
 
+#include <velkapi/SectionNames.h>
 #include <velkapi/ToolList.h>
 #include <velkhost/OfflineHost.h>
 
 #include "EntryText.h"
 #include "Project.h"
 #include "ProjectEdit.h"
-#include "operation/SectionNames.h"
 
 namespace velk {
 
@@ -19,7 +19,7 @@ constexpr int kToolDataSection = 1;
 using VelkApi::MillDrillOperationType;
 using VelkApi::SectionType;
 using VelkApi::ToolSection;
-using VelkApi::detail::sectionName;
+using VelkApi::sectionName;
 
 // Kinds that list drawing objects of their own rather than count figures.
 bool listsObjects(MillDrillOperationType kind) {

@@ -1,5 +1,6 @@
 #include "Project.h"
 
+#include <velkapi/SectionNames.h>
 #include <velkhost/OfflineHost.h>
 
 #include <algorithm>
@@ -13,12 +14,11 @@
 #include "EntryText.h"
 #include "Progress.h"
 #include "StoreKind.h"
-#include "operation/SectionNames.h"
 
 namespace velk {
 
 using VelkApi::MillDrillOperationType;
-using VelkApi::detail::kSectionNames;
+using VelkApi::kSectionNames;
 
 // A large project shows how many of its megabytes have been read while it loads.
 void loadProject(const std::string& path) {

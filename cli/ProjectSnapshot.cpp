@@ -1,13 +1,13 @@
 #include "ProjectSnapshot.h"
 
 #include <velkapi/MillDrillOperation.h>
+#include <velkapi/SectionNames.h>
 #include <velkapi/ToolList.h>
 #include <velkhost/OfflineHost.h>
 
 #include "EntryText.h"
 #include "NewRecords.h"
 #include "Project.h"
-#include "operation/SectionNames.h"
 
 namespace velk {
 
@@ -16,8 +16,8 @@ namespace {
 using VelkApi::MillDrillOperationType;
 using VelkApi::SectionDictionary;
 using VelkApi::SectionType;
-using VelkApi::detail::kSectionNames;
-using VelkApi::detail::sectionName;
+using VelkApi::kSectionNames;
+using VelkApi::sectionName;
 
 // The sections of a tool record: message, tool data.
 constexpr int kToolSectionCount = 2;

@@ -4,6 +4,7 @@
 // another figure, point or object of the drawing by its text. The value `unset` sets an int, a
 // double or a text to the "not set" marker, as velk show prints it.
 #include <velkapi/MillDrillOperation.h>
+#include <velkapi/SectionNames.h>
 #include <velkapi/TurnToolSection.h>
 
 #include <functional>
@@ -17,7 +18,6 @@
 #include "ProjectEdit.h"
 #include "RecordDamage.h"
 #include "TypedValueChecks.h"
-#include "operation/SectionNames.h"
 
 namespace velk {
 
@@ -26,7 +26,7 @@ namespace {
 using VelkApi::SectionDictionary;
 using VelkApi::SectionType;
 using VelkApi::ValueDataType;
-using VelkApi::detail::sectionName;
+using VelkApi::sectionName;
 
 struct SetOptions {
     std::string project;

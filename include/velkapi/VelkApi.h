@@ -20,6 +20,7 @@
 #include <velkapi/OperationBase.h>
 #include <velkapi/ParameterSection.h>
 #include <velkapi/SectionDictionary.h>
+#include <velkapi/SectionNames.h>
 #include <velkapi/SectionValue.h>
 #include <velkapi/ToolList.h>
 #include <velkapi/ToolSection.h>

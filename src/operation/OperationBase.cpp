@@ -1,10 +1,11 @@
 #include <velkapi/OperationBase.h>
 
+#include <velkapi/SectionNames.h>
+
 #include <stdexcept>
 
 #include "host/HostExports.h"
 #include "host/StoreSession.h"
-#include "operation/SectionNames.h"
 #include "util/TextHelpers.h"
 
 namespace VelkApi {
@@ -70,9 +71,9 @@ std::string OperationBase::getCycle() {
 
 std::string OperationBase::SectionTypeToString(SectionType t, int n) {
     if (t == SectionType::Additional) {
-        return detail::kActionSectionPrefix + std::to_string(n);
+        return kActionSectionPrefix + std::to_string(n);
     }
-    return detail::sectionName(t);
+    return sectionName(t);
 }
 
 bool OperationBase::existsSection(SectionType t, int n) const {

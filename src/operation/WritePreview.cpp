@@ -5,6 +5,7 @@
 #include <velkapi/MessageSection.h>
 #include <velkapi/MillDrillOperation.h>
 #include <velkapi/ParameterSection.h>
+#include <velkapi/SectionNames.h>
 #include <velkapi/ToolList.h>
 #include <velkapi/TurnToolSection.h>
 
@@ -16,7 +17,6 @@
 
 #include "host/StoreSession.h"
 #include "model/SectionEntries.h"
-#include "operation/SectionNames.h"
 #include "util/ErrorBoundary.h"
 #include "util/TextHelpers.h"
 
@@ -26,8 +26,6 @@ namespace {
 
 using Kind = MillDrillOperationType;
 using detail::SectionEntries;
-using detail::SectionName;
-using detail::sectionName;
 
 // Actions are numbered from 2; the ninth is "10", which sorts before "2".
 constexpr std::size_t kActionsOutOfOrder = 9;
@@ -217,7 +215,7 @@ std::string lineCause(const std::string& section, std::size_t line, const Operat
         }
         return "the figure counters of the parameters do not count this line";
     }
-    if (section.rfind(detail::kActionSectionPrefix, 0) == 0 && read >= kActionsOutOfOrder) {
+    if (section.rfind(kActionSectionPrefix, 0) == 0 && read >= kActionsOutOfOrder) {
         return "nine or more actions come back in another order";
     }
     return "the line does not read back as it stands";
@@ -316,7 +314,7 @@ std::vector<SectionWrite> WritePreview::sections(OperationBase& op) {
         const std::unique_ptr<OperationBase> fresh = op.isNew() ? nullptr : readAgain(op);
         // In the order MillDrillOperation::writeToVDM writes them; the header has no lines of
         // its own.
-        for (const SectionName& slot : detail::kSectionNames) {
+        for (const SectionName& slot : kSectionNames) {
             if (slot.type == SectionType::Header) {
                 continue;
             }
