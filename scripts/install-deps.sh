@@ -1,11 +1,11 @@
 #!/usr/bin/env bash
 # Installs the Debian packages the build needs, only those that are missing.
-# Usage: scripts/install-deps.sh [windows|docs|bench|fuzz|valgrind|coverage]   ("windows" adds the
+# Usage: scripts/install-deps.sh [windows|docs|bench|fuzz|valgrind|coverage|format]   ("windows" adds the
 #        MinGW-w64 cross compiler, the GoogleTest sources it builds GoogleTest from, and Wine to
 #        run the Windows programs; "docs" adds Doxygen for the API reference and man to check the
 #        manual page; "bench" adds Google Benchmark, and gnuplot and jq for the plot of the
 #        results; "fuzz" adds clang with libFuzzer and the sanitizer runtimes; "valgrind" adds
-#        valgrind; "coverage" adds gcovr for the coverage report)
+#        valgrind; "coverage" adds gcovr for the coverage report; "format" adds clang-format)
 set -euo pipefail
 
 packages=(cmake ninja-build g++ pkg-config libgtest-dev nlohmann-json3-dev libcli11-dev)
@@ -21,6 +21,8 @@ elif [[ "${1:-}" == valgrind ]]; then
   packages+=(valgrind)
 elif [[ "${1:-}" == coverage ]]; then
   packages+=(gcovr)
+elif [[ "${1:-}" == format ]]; then
+  packages+=(clang-format-14)
 fi
 
 missing=()
