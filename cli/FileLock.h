@@ -25,8 +25,8 @@ class FileLock {
   private:
     void release();
 
-    std::string path_;
-    std::intptr_t handle_;
+    std::string filePath;
+    std::intptr_t handle;
 };
 
 // True when standard error is a terminal, where a person waits for the run.

@@ -23,30 +23,30 @@ bool sameFile(int fd, const std::string& path) {
 
 }  // namespace
 
-FileLock::FileLock(std::string path) : path_(std::move(path)), handle_(-1) {}
+FileLock::FileLock(std::string path) : filePath(std::move(path)), handle(-1) {}
 
 FileLock::~FileLock() { release(); }
 
 void FileLock::release() {
-    if (handle_ >= 0) {
-        ::close(static_cast<int>(handle_));  // closing releases the lock
-        handle_ = -1;
+    if (handle >= 0) {
+        ::close(static_cast<int>(handle));  // closing releases the lock
+        handle = -1;
     }
 }
 
 FileLock::Attempt FileLock::tryLock() {
     for (;;) {
         release();
-        const int fd = ::open(path_.c_str(), O_RDONLY | O_CLOEXEC);
+        const int fd = ::open(filePath.c_str(), O_RDONLY | O_CLOEXEC);
         if (fd < 0) {
             return Attempt::Failed;
         }
-        handle_ = fd;
+        handle = fd;
         if (::flock(fd, LOCK_EX | LOCK_NB) != 0) {
             release();
             return Attempt::Busy;
         }
-        if (sameFile(fd, path_)) {
+        if (sameFile(fd, filePath)) {
             return Attempt::Locked;
         }
     }

@@ -20,26 +20,26 @@ const std::intptr_t kNoHandle = reinterpret_cast<std::intptr_t>(INVALID_HANDLE_V
 
 }  // namespace
 
-FileLock::FileLock(std::string path) : path_(std::move(path)), handle_(kNoHandle) {}
+FileLock::FileLock(std::string path) : filePath(std::move(path)), handle(kNoHandle) {}
 
 FileLock::~FileLock() { release(); }
 
 void FileLock::release() {
-    if (handle_ != kNoHandle) {
-        CloseHandle(fileHandle(handle_));  // closing releases the lock
-        handle_ = kNoHandle;
+    if (handle != kNoHandle) {
+        CloseHandle(fileHandle(handle));  // closing releases the lock
+        handle = kNoHandle;
     }
 }
 
 FileLock::Attempt FileLock::tryLock() {
     release();
-    const HANDLE file = CreateFileA((path_ + ".lock").c_str(), GENERIC_READ | GENERIC_WRITE,
+    const HANDLE file = CreateFileA((filePath + ".lock").c_str(), GENERIC_READ | GENERIC_WRITE,
                                     FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_ALWAYS,
                                     FILE_ATTRIBUTE_NORMAL, nullptr);
     if (file == INVALID_HANDLE_VALUE) {
         return Attempt::Failed;
     }
-    handle_ = reinterpret_cast<std::intptr_t>(file);
+    handle = reinterpret_cast<std::intptr_t>(file);
     OVERLAPPED at{};
     if (!LockFileEx(file, LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY, 0, 1, 0, &at)) {
         release();

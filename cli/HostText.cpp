@@ -27,7 +27,7 @@ std::string hexCode(char32_t character) {
 // Passes each byte on as the UTF-8 form of its Windows-1252 character.
 class Utf8Converter : public std::streambuf {
   public:
-    explicit Utf8Converter(std::streambuf* target) : target_(target) {}
+    explicit Utf8Converter(std::streambuf* destination) : target(destination) {}
 
   protected:
     int_type overflow(int_type c) override {
@@ -36,17 +36,17 @@ class Utf8Converter : public std::streambuf {
         }
         const std::string text = codepage::toUtf8(std::string(1, traits_type::to_char_type(c)));
         const auto size = static_cast<std::streamsize>(text.size());
-        return target_->sputn(text.data(), size) == size ? c : traits_type::eof();
+        return target->sputn(text.data(), size) == size ? c : traits_type::eof();
     }
     std::streamsize xsputn(const char* data, std::streamsize count) override {
         const std::string text = codepage::toUtf8(std::string_view(data, static_cast<std::size_t>(count)));
         const auto size = static_cast<std::streamsize>(text.size());
-        return target_->sputn(text.data(), size) == size ? count : 0;
+        return target->sputn(text.data(), size) == size ? count : 0;
     }
-    int sync() override { return target_->pubsync(); }
+    int sync() override { return target->pubsync(); }
 
   private:
-    std::streambuf* target_;
+    std::streambuf* target;
 };
 
 }  // namespace
@@ -100,16 +100,16 @@ nlohmann::ordered_json utf8Json(const nlohmann::ordered_json& value) {
     return value;
 }
 
-Utf8Output::Utf8Output() : original_(std::cout.rdbuf()) {
+Utf8Output::Utf8Output() : original(std::cout.rdbuf()) {
     if (kConverts) {
-        converter_ = std::make_unique<Utf8Converter>(original_);
-        std::cout.rdbuf(converter_.get());
+        converter = std::make_unique<Utf8Converter>(original);
+        std::cout.rdbuf(converter.get());
     }
 }
 
 Utf8Output::~Utf8Output() {
     std::cout.flush();
-    std::cout.rdbuf(original_);
+    std::cout.rdbuf(original);
 }
 
 }  // namespace velk

@@ -31,8 +31,8 @@ class Utf8Output {
     Utf8Output& operator=(const Utf8Output&) = delete;
 
   private:
-    std::unique_ptr<std::streambuf> converter_;
-    std::streambuf* original_;
+    std::unique_ptr<std::streambuf> converter;
+    std::streambuf* original;
 };
 
 }  // namespace velk

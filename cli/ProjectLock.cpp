@@ -8,13 +8,13 @@
 
 namespace velk {
 
-ProjectLock::ProjectLock(const std::string& path) : lock_(path) {
+ProjectLock::ProjectLock(const std::string& path) : lock(path) {
     using Clock = std::chrono::steady_clock;
     const Clock::time_point deadline = Clock::now() + std::chrono::seconds(kPatienceSeconds);
     bool told = false;
     for (;;) {
         // A file that cannot be opened is left to the read, which names what is wrong.
-        if (lock_.tryLock() != FileLock::Attempt::Busy) {
+        if (lock.tryLock() != FileLock::Attempt::Busy) {
             break;
         }
         if (Clock::now() >= deadline) {

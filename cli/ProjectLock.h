@@ -17,7 +17,7 @@ class ProjectLock {
     explicit ProjectLock(const std::string& path);
 
   private:
-    FileLock lock_;
+    FileLock lock;
 };
 
 }  // namespace velk

@@ -60,24 +60,24 @@ bool isReadOnly(const fs::file_status& status) {
 class NewFile : public std::streambuf {
   public:
     explicit NewFile(fs::path path)
-        : path_(std::move(path)), removeOnInterrupt_(path_.string()), file_(path_.string()),
-          buffer_(kBufferSize) {
-        setp(buffer_.data(), buffer_.data() + buffer_.size());
+        : filePath(std::move(path)), removeOnInterrupt(filePath.string()), file(filePath.string()),
+          buffer(kBufferSize) {
+        setp(buffer.data(), buffer.data() + buffer.size());
     }
     NewFile(const NewFile&) = delete;
     NewFile& operator=(const NewFile&) = delete;
     ~NewFile() override {
-        if (!placed_) {
+        if (!inPlace) {
             std::error_code ignored;
-            fs::remove(path_, ignored);
+            fs::remove(filePath, ignored);
         }
     }
 
-    const fs::path& path() const { return path_; }
-    bool isOpen() const { return file_.isOpen(); }
+    const fs::path& path() const { return filePath; }
+    bool isOpen() const { return file.isOpen(); }
     // Everything written reaches the disk; false when a write or the flush failed.
-    bool finish() { return sync() == 0 && file_.syncAndClose(); }
-    void placed() { placed_ = true; }
+    bool finish() { return sync() == 0 && file.syncAndClose(); }
+    void placed() { inPlace = true; }
 
   protected:
     int_type overflow(int_type c) override {
@@ -92,23 +92,23 @@ class NewFile : public std::streambuf {
     }
     int sync() override {
         const auto size = static_cast<std::size_t>(pptr() - pbase());
-        if (failed_ || !file_.write(pbase(), size)) {
-            failed_ = true;
+        if (failed || !file.write(pbase(), size)) {
+            failed = true;
             return -1;
         }
-        setp(buffer_.data(), buffer_.data() + buffer_.size());
+        setp(buffer.data(), buffer.data() + buffer.size());
         return 0;
     }
 
   private:
     static constexpr std::size_t kBufferSize = std::size_t{1} << 16;
 
-    fs::path path_;
-    platform::RemoveOnInterrupt removeOnInterrupt_;
-    platform::NewFileHandle file_;
-    std::vector<char> buffer_;
-    bool failed_ = false;
-    bool placed_ = false;
+    fs::path filePath;
+    platform::RemoveOnInterrupt removeOnInterrupt;
+    platform::NewFileHandle file;
+    std::vector<char> buffer;
+    bool failed = false;
+    bool inPlace = false;
 };
 
 // "<project name>.<8 hex digits>.tmp", the name freshNameBeside() gives.

@@ -18,40 +18,40 @@ class JsonPathTracker {
     // A list or object opens as the next value of the one it is in.
     void open(bool isList) {
         std::string place = nextPlace();
-        frames_.push_back({isList, 0, std::move(place), {}, {}});
+        frames.push_back({isList, 0, std::move(place), {}, {}});
     }
-    void close() { frames_.pop_back(); }
+    void close() { frames.pop_back(); }
     // A key of the innermost object names the value that follows it; false when the object
     // had that key before.
     bool key(const std::string& name) {
-        frames_.back().key = name;
-        return frames_.back().keys.insert(name).second;
+        frames.back().key = name;
+        return frames.back().keys.insert(name).second;
     }
     // A number, text, true, false or null was read.
     void scalar() {
-        if (!frames_.empty() && frames_.back().isList) {
-            ++frames_.back().count;
+        if (!frames.empty() && frames.back().isList) {
+            ++frames.back().count;
         }
     }
 
     // How many lists and objects hold the value being read, itself included when it is one.
-    std::size_t depth() const { return frames_.size(); }
+    std::size_t depth() const { return frames.size(); }
 
     // The innermost open list or object.
     Pointer path() const {
         Pointer at;
-        for (std::size_t i = 1; i < frames_.size(); ++i) {
-            at /= frames_[i].place;
+        for (std::size_t i = 1; i < frames.size(); ++i) {
+            at /= frames[i].place;
         }
         return at;
     }
     // The value about to be read in the innermost list or object; the whole document when it
     // is no list or object.
     Pointer valuePath() const {
-        if (frames_.empty()) {
+        if (frames.empty()) {
             return Pointer();
         }
-        const Frame& innermost = frames_.back();
+        const Frame& innermost = frames.back();
         return path() / (innermost.isList ? std::to_string(innermost.count) : innermost.key);
     }
 
@@ -65,14 +65,14 @@ class JsonPathTracker {
     };
 
     std::string nextPlace() {
-        if (frames_.empty()) {
+        if (frames.empty()) {
             return {};
         }
-        Frame& parent = frames_.back();
+        Frame& parent = frames.back();
         return parent.isList ? std::to_string(parent.count++) : parent.key;
     }
 
-    std::vector<Frame> frames_;
+    std::vector<Frame> frames;
 };
 
 }  // namespace velkhost::detail

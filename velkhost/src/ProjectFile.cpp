@@ -79,28 +79,28 @@ void requireNoNulByte(std::string_view text, std::size_t offset, const std::stri
 class FileChunks {
   public:
     FileChunks(const std::string& path, const LoadProgress& progress)
-        : path_(path), progress_(progress), buffer_(kChunkSize) {
+        : filePath(path), reportProgress(progress), buffer(kChunkSize) {
         std::error_code ignored;
         if (!std::filesystem::is_directory(path, ignored)) {
-            in_.open(path, std::ios::binary);
+            in.open(path, std::ios::binary);
         }
-        if (!in_.is_open()) {
+        if (!in.is_open()) {
             throw ProjectError(path + ": cannot be read");
         }
-        size_ = static_cast<std::size_t>(std::filesystem::file_size(path, ignored));
+        size = static_cast<std::size_t>(std::filesystem::file_size(path, ignored));
         refill();
     }
 
-    bool atEnd() const { return at_ == end_; }
-    char current() const { return *at_; }
+    bool atEnd() const { return at == end; }
+    char current() const { return *at; }
     void advance() {
-        if (++at_ == end_) {
+        if (++at == end) {
             refill();
         }
     }
     void finish() const {
-        if (progress_) {
-            progress_(consumed_, std::max(size_, consumed_));
+        if (reportProgress) {
+            reportProgress(consumed, std::max(size, consumed));
         }
     }
 
@@ -108,28 +108,28 @@ class FileChunks {
     static constexpr std::size_t kChunkSize = std::size_t{1} << 20;
 
     void refill() {
-        in_.read(buffer_.data(), static_cast<std::streamsize>(buffer_.size()));
-        if (in_.bad()) {
-            throw ProjectError(path_ + ": cannot be read");
+        in.read(buffer.data(), static_cast<std::streamsize>(buffer.size()));
+        if (in.bad()) {
+            throw ProjectError(filePath + ": cannot be read");
         }
-        const auto count = static_cast<std::size_t>(in_.gcount());
-        requireNoNulByte(std::string_view(buffer_.data(), count), consumed_, path_);
-        if (count > 0 && consumed_ > 0 && progress_) {
-            progress_(consumed_, std::max(size_, consumed_ + count));
+        const auto count = static_cast<std::size_t>(in.gcount());
+        requireNoNulByte(std::string_view(buffer.data(), count), consumed, filePath);
+        if (count > 0 && consumed > 0 && reportProgress) {
+            reportProgress(consumed, std::max(size, consumed + count));
         }
-        consumed_ += count;
-        at_ = buffer_.data();
-        end_ = at_ + count;
+        consumed += count;
+        at = buffer.data();
+        end = at + count;
     }
 
-    const std::string& path_;
-    const LoadProgress& progress_;
-    std::ifstream in_;
-    std::size_t size_ = 0;
-    std::size_t consumed_ = 0;  // the bytes read from the file so far
-    std::vector<char> buffer_;
-    const char* at_ = nullptr;
-    const char* end_ = nullptr;
+    const std::string& filePath;
+    const LoadProgress& reportProgress;
+    std::ifstream in;
+    std::size_t size = 0;
+    std::size_t consumed = 0;  // the bytes read from the file so far
+    std::vector<char> buffer;
+    const char* at = nullptr;
+    const char* end = nullptr;
 };
 
 // A position in a FileChunks for the parser; the default one is the end of the file.
@@ -142,11 +142,11 @@ class ChunkPosition {
     using reference = char;
 
     ChunkPosition() = default;
-    explicit ChunkPosition(FileChunks& chunks) : chunks_(&chunks) {}
+    explicit ChunkPosition(FileChunks& file) : chunks(&file) {}
 
-    char operator*() const { return chunks_->current(); }
+    char operator*() const { return chunks->current(); }
     ChunkPosition& operator++() {
-        chunks_->advance();
+        chunks->advance();
         return *this;
     }
     ChunkPosition operator++(int) {
@@ -158,38 +158,38 @@ class ChunkPosition {
     bool operator!=(const ChunkPosition& other) const { return !(*this == other); }
 
   private:
-    bool atEnd() const { return chunks_ == nullptr || chunks_->atEnd(); }
+    bool atEnd() const { return chunks == nullptr || chunks->atEnd(); }
 
-    FileChunks* chunks_ = nullptr;
+    FileChunks* chunks = nullptr;
 };
 
 // Gathers one JSON value from the parser's events the way the parser's own document does (a
 // repeated key never comes here: the reader refuses it first).
 class ValueBuilder {
   public:
-    bool empty() const { return open_.empty(); }
-    void key(const std::string& name) { key_ = name; }
+    bool empty() const { return openContainers.empty(); }
+    void key(const std::string& name) { lastKey = name; }
     void add(Json value) { place(std::move(value)); }
-    void open(Json container) { open_.push_back(&place(std::move(container))); }
-    void close() { open_.pop_back(); }
-    Json take() { return std::move(value_); }
+    void open(Json container) { openContainers.push_back(&place(std::move(container))); }
+    void close() { openContainers.pop_back(); }
+    Json take() { return std::move(root); }
 
   private:
     Json& place(Json value) {
-        if (open_.empty()) {
-            return value_ = std::move(value);
+        if (openContainers.empty()) {
+            return root = std::move(value);
         }
-        Json& parent = *open_.back();
+        Json& parent = *openContainers.back();
         if (parent.is_array()) {
             parent.push_back(std::move(value));
             return parent.back();
         }
-        return parent[key_] = std::move(value);
+        return parent[lastKey] = std::move(value);
     }
 
-    Json value_;
-    std::vector<Json*> open_;  // the containers still being filled, innermost last
-    std::string key_;
+    Json root;
+    std::vector<Json*> openContainers;  // the containers still being filled, innermost last
+    std::string lastKey;
 };
 
 // Reads a project file from the parser's events. The stores, nearly all of a large file, go
@@ -198,15 +198,15 @@ class ValueBuilder {
 // parser has seen the whole text, so that bad syntax anywhere is reported before it.
 class ProjectReader {
   public:
-    explicit ProjectReader(std::string sourceName) : source_(std::move(sourceName)) {}
+    explicit ProjectReader(std::string sourceName) : source(std::move(sourceName)) {}
 
     template <typename Position>
     Project read(Position begin, Position end) {
         Json::sax_parse(begin, end, this);
-        if (mismatch_) {
-            throw *mismatch_;
+        if (mismatch) {
+            throw *mismatch;
         }
-        return std::move(project_);
+        return std::move(result);
     }
 
     // Lists and objects nested deeper than this are refused: nothing in a project needs more
@@ -221,18 +221,18 @@ class ProjectReader {
     // An integer too large for 64 bits comes as a double; no global is an integer that large.
     // A document that is nothing but a number is no project, whatever the number.
     bool number_float(Json::number_float_t value, const std::string& text) {
-        if (path_.depth() > 0 && text.find_first_of(".eE") == std::string::npos) {
+        if (jsonPath.depth() > 0 && text.find_first_of(".eE") == std::string::npos) {
             checked([&] {
-                fail(path_.valuePath(), "an integer between -2147483648 and 2147483647");
+                fail(jsonPath.valuePath(), "an integer between -2147483648 and 2147483647");
             });
         }
         return scalar(Json(value));
     }
     bool binary(Json::binary_t& value) { return scalar(Json(value)); }
     bool string(std::string& text) {
-        path_.scalar();
+        jsonPath.scalar();
         return checked([&] {
-            if (level_ == Level::Lines && section_.empty()) {
+            if (level == Level::Lines && gatheredSection.empty()) {
                 addLine(text);
             } else {
                 addValue(Json(text));
@@ -244,11 +244,11 @@ class ProjectReader {
             return false;
         }
         return checked([&] {
-            if (level_ == Level::Root && section_.empty()) {
-                level_ = Level::Sections;
-            } else if (level_ == Level::Sections && section_ == "stores") {
-                section_.clear();
-                level_ = Level::Stores;
+            if (level == Level::Root && gatheredSection.empty()) {
+                level = Level::Sections;
+            } else if (level == Level::Sections && gatheredSection == "stores") {
+                gatheredSection.clear();
+                level = Level::Stores;
             } else {
                 openContainer(Json::object());
             }
@@ -259,71 +259,71 @@ class ProjectReader {
             return false;
         }
         return checked([&] {
-            if (level_ == Level::Stores && section_.empty()) {
-                level_ = Level::Records;
-            } else if (level_ == Level::Records && section_.empty()) {
-                records_->emplace_back();
-                level_ = Level::Lines;
+            if (level == Level::Stores && gatheredSection.empty()) {
+                level = Level::Records;
+            } else if (level == Level::Records && gatheredSection.empty()) {
+                records->emplace_back();
+                level = Level::Lines;
             } else {
                 openContainer(Json::array());
             }
         });
     }
     bool key(std::string& name) {
-        if (!path_.key(name)) {
-            checked([&] { fail(path_.path() / name, "a key not used before in its object"); });
+        if (!jsonPath.key(name)) {
+            checked([&] { fail(jsonPath.path() / name, "a key not used before in its object"); });
         }
         return checked([&] {
-            if (!section_.empty()) {
-                builder_.key(name);
-            } else if (level_ == Level::Stores) {
-                storeKey_ = name;
-                records_ = &project_.stores[readStoreNumber(name, Pointer() / "stores" / name)];
-                records_->clear();
+            if (!gatheredSection.empty()) {
+                builder.key(name);
+            } else if (level == Level::Stores) {
+                storeKey = name;
+                records = &result.stores[readStoreNumber(name, Pointer() / "stores" / name)];
+                records->clear();
             } else {
                 beginSection(name);
             }
         });
     }
     bool end_object() {
-        path_.close();
+        jsonPath.close();
         return checked([&] {
-            if (!section_.empty()) {
+            if (!gatheredSection.empty()) {
                 closeContainer();
-            } else if (level_ == Level::Stores) {
-                level_ = Level::Sections;
+            } else if (level == Level::Stores) {
+                level = Level::Sections;
             }
         });
     }
     bool end_array() {
-        path_.close();
+        jsonPath.close();
         return checked([&] {
-            if (!section_.empty()) {
+            if (!gatheredSection.empty()) {
                 closeContainer();
             } else {
-                level_ = level_ == Level::Lines ? Level::Records : Level::Stores;
+                level = level == Level::Lines ? Level::Records : Level::Stores;
             }
         });
     }
     bool parse_error(std::size_t, const std::string&, const nlohmann::detail::exception& error) {
         // bad syntax, or a number beyond a double
-        throw ProjectError(source_ + ": not valid JSON: " + withoutExceptionTag(error.what()));
+        throw ProjectError(source + ": not valid JSON: " + withoutExceptionTag(error.what()));
     }
 
   private:
     // Where the events are: outside the project's object, among its sections, in the stores,
     // in a store's list of records, or in a record's lines. While a section other than the
-    // stores is being gathered, `section_` names it and the builder takes the events.
+    // stores is being gathered, `gatheredSection` names it and the builder takes the events.
     enum class Level { Root, Sections, Stores, Records, Lines };
 
     // After the first mismatch only the syntax is still checked.
     template <typename Event>
     bool checked(Event event) {
-        if (!mismatch_) {
+        if (!mismatch) {
             try {
                 event();
             } catch (const ProjectError& error) {
-                mismatch_ = error;
+                mismatch = error;
             }
         }
         return true;
@@ -331,13 +331,13 @@ class ProjectReader {
 
     // Stops the reading at a list or object nested too deep.
     bool opened(bool isList) {
-        path_.open(isList);
-        if (path_.depth() <= kMaxNesting) {
+        jsonPath.open(isList);
+        if (jsonPath.depth() <= kMaxNesting) {
             return true;
         }
         checked([&] {
-            fail(path_.path(), "at most " + std::to_string(kMaxNesting) +
-                                   " lists and objects nested in each other");
+            fail(jsonPath.path(), "at most " + std::to_string(kMaxNesting) +
+                                      " lists and objects nested in each other");
         });
         return false;
     }
@@ -348,33 +348,33 @@ class ProjectReader {
         if (std::find(kSections.begin(), kSections.end(), name) == kSections.end()) {
             fail(Pointer() / name, "one of environment, globals, stores, cad, capture");
         }
-        section_ = name;
+        gatheredSection = name;
     }
 
     bool scalar(Json value) {
-        path_.scalar();
+        jsonPath.scalar();
         return checked([&] { addValue(std::move(value)); });
     }
 
     void addValue(Json value) {
         requireGathering();
-        builder_.add(std::move(value));
+        builder.add(std::move(value));
         endValue();
     }
 
     void openContainer(Json container) {
         requireGathering();
-        builder_.open(std::move(container));
+        builder.open(std::move(container));
     }
 
     void requireGathering() const {
-        if (section_.empty() || section_ == "stores") {
+        if (gatheredSection.empty() || gatheredSection == "stores") {
             failAtLevel();
         }
     }
 
     void addLine(const std::string& text) {
-        Record& record = records_->back();
+        Record& record = records->back();
         std::optional<std::string> bytes = hostBytes(text);
         if (!bytes) {
             fail(linePath(), "a text line of Windows-1252 characters");
@@ -386,30 +386,30 @@ class ProjectReader {
     }
 
     void closeContainer() {
-        builder_.close();
+        builder.close();
         endValue();
     }
 
     // A section's value is whole once no container of it is still open.
     void endValue() {
-        if (builder_.empty()) {
-            const std::string name = std::move(section_);
-            section_.clear();
-            readSection(name, builder_.take(), project_);
+        if (builder.empty()) {
+            const std::string name = std::move(gatheredSection);
+            gatheredSection.clear();
+            readSection(name, builder.take(), result);
         }
     }
 
     // What was expected where a value of the wrong kind came.
     [[noreturn]] void failAtLevel() const {
-        switch (level_) {
+        switch (level) {
             case Level::Root:
                 fail(Pointer(), "an object");
             case Level::Sections:
                 fail(Pointer() / "stores", "an object");
             case Level::Stores:
-                fail(Pointer() / "stores" / storeKey_, "a list of records");
+                fail(Pointer() / "stores" / storeKey, "a list of records");
             case Level::Records:
-                fail(Pointer() / "stores" / storeKey_ / records_->size(),
+                fail(Pointer() / "stores" / storeKey / records->size(),
                      "a record (a list of text lines)");
             case Level::Lines:
                 break;
@@ -418,8 +418,8 @@ class ProjectReader {
     }
 
     Pointer linePath() const {
-        return Pointer() / "stores" / storeKey_ / (records_->size() - 1) /
-               records_->back().size();
+        return Pointer() / "stores" / storeKey / (records->size() - 1) /
+               records->back().size();
     }
 
     // The parser's messages start with a tag such as "[json.exception.parse_error.101] ".
@@ -709,18 +709,18 @@ class ProjectReader {
 
     [[noreturn]] void fail(const Pointer& at, const std::string& expected) const {
         const std::string where = at.empty() ? "" : at.to_string() + ": ";
-        throw ProjectError(source_ + ": " + where + "expected " + expected);
+        throw ProjectError(source + ": " + where + "expected " + expected);
     }
 
-    std::string source_;
-    Project project_;
-    Level level_ = Level::Root;
-    std::string section_;
-    ValueBuilder builder_;
-    std::string storeKey_;
-    Records* records_ = nullptr;  // the records of the store being read
-    std::optional<ProjectError> mismatch_;
-    JsonPathTracker path_;
+    std::string source;
+    Project result;
+    Level level = Level::Root;
+    std::string gatheredSection;
+    ValueBuilder builder;
+    std::string storeKey;
+    Records* records = nullptr;  // the records of the store being read
+    std::optional<ProjectError> mismatch;
+    JsonPathTracker jsonPath;
 };
 
 }  // namespace

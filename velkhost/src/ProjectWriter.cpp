@@ -17,10 +17,10 @@ namespace {
 // at a time.
 class ProjectWriter {
   public:
-    explicit ProjectWriter(const TextSink* sink) : sink_(sink) {}
+    explicit ProjectWriter(const TextSink* blockSink) : sink(blockSink) {}
 
     std::string write(const Project& project) {
-        out_.reserve(sink_ != nullptr ? kBlockSize + kBlockSize / 4 : expectedSize(project));
+        out.reserve(sink != nullptr ? kBlockSize + kBlockSize / 4 : expectedSize(project));
         open('{');
         environment(project.environment);
         globals(project.globals);
@@ -32,19 +32,19 @@ class ProjectWriter {
             capture(*project.capture);
         }
         close('}');
-        out_ += '\n';
-        if (sink_ != nullptr) {
+        out += '\n';
+        if (sink != nullptr) {
             flush();
         }
-        return std::move(out_);
+        return std::move(out);
     }
 
   private:
     static constexpr std::size_t kBlockSize = std::size_t{1} << 20;
 
     void flush() {
-        (*sink_)(out_);
-        out_.clear();
+        (*sink)(out);
+        out.clear();
     }
 
     // Room for the stores' lines with their quotes, commas and indent, which are most of a file.
@@ -83,8 +83,8 @@ class ProjectWriter {
         close('}');
     }
 
-    void global(int value) { json_.integer(value); }
-    void global(double value) { json_.number(value); }
+    void global(int value) { json.integer(value); }
+    void global(double value) { json.number(value); }
     void global(const std::string& value) { text(value); }
     template <typename Number>
     void global(const std::vector<Number>& values) {
@@ -150,12 +150,12 @@ class ProjectWriter {
         open('[');
         for (const double coordinate : object.start) {
             item();
-            json_.number(coordinate);
+            json.number(coordinate);
         }
         close(']');
         integerMember("flags", object.flags);
         key("deleted");
-        json_.boolean(object.deleted);
+        json.boolean(object.deleted);
         close('}');
     }
 
@@ -178,33 +178,33 @@ class ProjectWriter {
 
     void integerMember(std::string_view name, int value) {
         key(name);
-        json_.integer(value);
+        json.integer(value);
     }
 
-    void open(char bracket) { json_.open(bracket); }
-    void close(char bracket) { json_.close(bracket); }
-    void text(std::string_view bytes) { json_.text(bytes); }
+    void open(char bracket) { json.open(bracket); }
+    void close(char bracket) { json.close(bracket); }
+    void text(std::string_view bytes) { json.text(bytes); }
 
     // A full block goes to the sink before the next member or item.
     void item() {
         flushFullBlock();
-        json_.item();
+        json.item();
     }
 
     void key(std::string_view name) {
         flushFullBlock();
-        json_.key(name);
+        json.key(name);
     }
 
     void flushFullBlock() {
-        if (sink_ != nullptr && out_.size() >= kBlockSize) {
+        if (sink != nullptr && out.size() >= kBlockSize) {
             flush();
         }
     }
 
-    const TextSink* sink_;
-    std::string out_;
-    VelkApi::projectjson::Writer json_{out_};
+    const TextSink* sink;
+    std::string out;
+    VelkApi::projectjson::Writer json{out};
 };
 
 }  // namespace

@@ -24,29 +24,29 @@ bool isWithin(long long value, std::size_t upperBound) {
 }  // namespace
 
 int StoreSessions::exists(int vdm) const {
-    return stores_.count(vdm) ? 1 : 0;
+    return stores.count(vdm) ? 1 : 0;
 }
 
 int StoreSessions::checkOpen(int vdm) const {
-    const auto holders = std::count_if(cursors_.begin(), cursors_.end(), [vdm](const auto& entry) {
+    const auto holders = std::count_if(cursors.begin(), cursors.end(), [vdm](const auto& entry) {
         return entry.second.vdm == vdm;
     });
-    return static_cast<int>(holders) + (heldElsewhere_.count(vdm) ? 1 : 0);
+    return static_cast<int>(holders) + (heldElsewhere.count(vdm) ? 1 : 0);
 }
 
 int StoreSessions::open(int vdm) {
-    if (!stores_.count(vdm) || failingOpens_.count(vdm)) {
+    if (!stores.count(vdm) || failingOpens.count(vdm)) {
         return -1;
     }
-    const int handle = nextHandle_++;
-    if (!closingOnOpen_.count(vdm)) {
-        cursors_[handle] = Cursor{vdm, 0, 0};
+    const int handle = nextHandle++;
+    if (!closingOnOpen.count(vdm)) {
+        cursors[handle] = Cursor{vdm, 0, 0};
     }
     return handle;
 }
 
 int StoreSessions::close(int handle) {
-    return cursors_.erase(handle) ? 1 : 0;
+    return cursors.erase(handle) ? 1 : 0;
 }
 
 int StoreSessions::size(int handle) const {
@@ -137,66 +137,66 @@ int StoreSessions::singleDelete(int handle, int n) {
 
 void StoreSessions::holdOpenElsewhere(int vdm, bool held) {
     if (held) {
-        heldElsewhere_.insert(vdm);
+        heldElsewhere.insert(vdm);
     } else {
-        heldElsewhere_.erase(vdm);
+        heldElsewhere.erase(vdm);
     }
 }
 
 void StoreSessions::failOpen(int vdm, bool fail) {
     if (fail) {
-        failingOpens_.insert(vdm);
+        failingOpens.insert(vdm);
     } else {
-        failingOpens_.erase(vdm);
+        failingOpens.erase(vdm);
     }
 }
 
 void StoreSessions::failAddsAfter(int vdm, int successfulAdds) {
     if (successfulAdds < 0) {
-        addsLeft_.erase(vdm);
+        addsLeft.erase(vdm);
     } else {
-        addsLeft_[vdm] = successfulAdds;
+        addsLeft[vdm] = successfulAdds;
     }
 }
 
 void StoreSessions::closeHandlesOf(int vdm) {
-    for (auto entry = cursors_.begin(); entry != cursors_.end();) {
-        entry = entry->second.vdm == vdm ? cursors_.erase(entry) : std::next(entry);
+    for (auto entry = cursors.begin(); entry != cursors.end();) {
+        entry = entry->second.vdm == vdm ? cursors.erase(entry) : std::next(entry);
     }
 }
 
 void StoreSessions::closeOnOpen(int vdm, bool close) {
     if (close) {
-        closingOnOpen_.insert(vdm);
+        closingOnOpen.insert(vdm);
     } else {
-        closingOnOpen_.erase(vdm);
+        closingOnOpen.erase(vdm);
     }
 }
 
 void StoreSessions::clearFaults() {
-    heldElsewhere_.clear();
-    failingOpens_.clear();
-    closingOnOpen_.clear();
-    addsLeft_.clear();
+    heldElsewhere.clear();
+    failingOpens.clear();
+    closingOnOpen.clear();
+    addsLeft.clear();
 }
 
 void StoreSessions::closeAll() {
-    cursors_.clear();
+    cursors.clear();
 }
 
 StoreSessions::Cursor* StoreSessions::cursor(int handle) {
-    const auto entry = cursors_.find(handle);
-    return entry == cursors_.end() ? nullptr : &entry->second;
+    const auto entry = cursors.find(handle);
+    return entry == cursors.end() ? nullptr : &entry->second;
 }
 
 const StoreSessions::Cursor* StoreSessions::cursor(int handle) const {
-    const auto entry = cursors_.find(handle);
-    return entry == cursors_.end() ? nullptr : &entry->second;
+    const auto entry = cursors.find(handle);
+    return entry == cursors.end() ? nullptr : &entry->second;
 }
 
 Records* StoreSessions::storeOf(const Cursor& at) const {
-    const auto store = stores_.find(at.vdm);
-    return store == stores_.end() ? nullptr : &store->second;
+    const auto store = stores.find(at.vdm);
+    return store == stores.end() ? nullptr : &store->second;
 }
 
 Record* StoreSessions::recordAt(const Cursor& at) const {
@@ -205,8 +205,8 @@ Record* StoreSessions::recordAt(const Cursor& at) const {
 }
 
 bool StoreSessions::takeAddAllowance(int vdm) {
-    const auto limit = addsLeft_.find(vdm);
-    if (limit == addsLeft_.end()) {
+    const auto limit = addsLeft.find(vdm);
+    if (limit == addsLeft.end()) {
         return true;
     }
     if (limit->second == 0) {

@@ -12,7 +12,7 @@ namespace velkhost::detail {
 
 class StoreSessions {
   public:
-    explicit StoreSessions(Stores& stores) : stores_(stores) {}
+    explicit StoreSessions(Stores& projectStores) : stores(projectStores) {}
 
     int exists(int vdm) const;
     int checkOpen(int vdm) const;
@@ -48,13 +48,13 @@ class StoreSessions {
     Record* recordAt(const Cursor& cursor) const;
     bool takeAddAllowance(int vdm);
 
-    Stores& stores_;
-    std::map<int, Cursor> cursors_;
-    int nextHandle_ = 1;
-    std::set<int> heldElsewhere_;
-    std::set<int> failingOpens_;
-    std::set<int> closingOnOpen_;
-    std::map<int, int> addsLeft_;
+    Stores& stores;
+    std::map<int, Cursor> cursors;
+    int nextHandle = 1;
+    std::set<int> heldElsewhere;
+    std::set<int> failingOpens;
+    std::set<int> closingOnOpen;
+    std::map<int, int> addsLeft;
 };
 
 }  // namespace velkhost::detail

@@ -123,8 +123,8 @@ bool writeSlice(GlobalValue* global, int first, int count, const In* values) {
 }  // namespace
 
 const char* Variables::environment(const char* name) const {
-    const auto entry = name ? environment_.find(name) : environment_.end();
-    return entry == environment_.end() ? "" : entry->second.c_str();
+    const auto entry = name ? environmentVariables.find(name) : environmentVariables.end();
+    return entry == environmentVariables.end() ? "" : entry->second.c_str();
 }
 
 int Variables::readInt(const char* name, int* status) const {
@@ -184,8 +184,8 @@ void Variables::writeDoubleArray(const char* name, int first, int count, const d
 }
 
 GlobalValue* Variables::find(const char* name) const {
-    const auto entry = name ? globals_.find(name) : globals_.end();
-    return entry == globals_.end() ? nullptr : &entry->second;
+    const auto entry = name ? globals.find(name) : globals.end();
+    return entry == globals.end() ? nullptr : &entry->second;
 }
 
 }  // namespace velkhost::detail

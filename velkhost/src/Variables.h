@@ -8,8 +8,8 @@ namespace velkhost::detail {
 
 class Variables {
   public:
-    Variables(Environment& environment, Globals& globals)
-        : environment_(environment), globals_(globals) {}
+    Variables(Environment& environment, Globals& projectGlobals)
+        : environmentVariables(environment), globals(projectGlobals) {}
 
     const char* environment(const char* name) const;
 
@@ -29,8 +29,8 @@ class Variables {
   private:
     GlobalValue* find(const char* name) const;
 
-    Environment& environment_;
-    Globals& globals_;
+    Environment& environmentVariables;
+    Globals& globals;
 };
 
 }  // namespace velkhost::detail

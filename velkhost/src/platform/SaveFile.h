@@ -26,7 +26,7 @@ class NewFileHandle {
     bool syncAndClose();
 
   private:
-    std::intptr_t handle_;
+    std::intptr_t handle;
 };
 
 // Flushes the folder's list of names to the disk, so that a rename in it survives a power

@@ -21,24 +21,24 @@ int descriptor(std::intptr_t handle) { return static_cast<int>(handle); }
 }  // namespace
 
 NewFileHandle::NewFileHandle(const std::string& path)
-    : handle_(::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666)) {
-    if (handle_ >= 0) {
+    : handle(::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666)) {
+    if (handle >= 0) {
         // Held until closed; removeIfAbandoned() leaves a file alone while it is held.
-        ::flock(descriptor(handle_), LOCK_EX);
+        ::flock(descriptor(handle), LOCK_EX);
     }
 }
 
 NewFileHandle::~NewFileHandle() {
-    if (handle_ >= 0) {
-        ::close(descriptor(handle_));
+    if (handle >= 0) {
+        ::close(descriptor(handle));
     }
 }
 
-bool NewFileHandle::isOpen() const { return handle_ >= 0; }
+bool NewFileHandle::isOpen() const { return handle >= 0; }
 
 bool NewFileHandle::write(const char* data, std::size_t size) {
     while (size > 0) {
-        const ssize_t written = ::write(descriptor(handle_), data, size);
+        const ssize_t written = ::write(descriptor(handle), data, size);
         if (written < 0 && errno == EINTR) {
             continue;
         }
@@ -52,9 +52,9 @@ bool NewFileHandle::write(const char* data, std::size_t size) {
 }
 
 bool NewFileHandle::syncAndClose() {
-    const bool synced = ::fsync(descriptor(handle_)) == 0;
-    const bool closed = ::close(descriptor(handle_)) == 0;
-    handle_ = -1;
+    const bool synced = ::fsync(descriptor(handle)) == 0;
+    const bool closed = ::close(descriptor(handle)) == 0;
+    handle = -1;
     return synced && closed;
 }
 

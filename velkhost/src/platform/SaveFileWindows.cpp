@@ -18,23 +18,23 @@ const std::intptr_t kNoHandle = reinterpret_cast<std::intptr_t>(INVALID_HANDLE_V
 }  // namespace
 
 NewFileHandle::NewFileHandle(const std::string& path)
-    : handle_(reinterpret_cast<std::intptr_t>(
+    : handle(reinterpret_cast<std::intptr_t>(
           CreateFileA(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr,
                       CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr))) {}
 
 NewFileHandle::~NewFileHandle() {
     if (isOpen()) {
-        CloseHandle(fileHandle(handle_));
+        CloseHandle(fileHandle(handle));
     }
 }
 
-bool NewFileHandle::isOpen() const { return handle_ != kNoHandle; }
+bool NewFileHandle::isOpen() const { return handle != kNoHandle; }
 
 bool NewFileHandle::write(const char* data, std::size_t size) {
     while (size > 0) {
         const DWORD chunk = size > 0x10000000 ? 0x10000000 : static_cast<DWORD>(size);
         DWORD written = 0;
-        if (!WriteFile(fileHandle(handle_), data, chunk, &written, nullptr) || written == 0) {
+        if (!WriteFile(fileHandle(handle), data, chunk, &written, nullptr) || written == 0) {
             return false;
         }
         data += written;
@@ -44,9 +44,9 @@ bool NewFileHandle::write(const char* data, std::size_t size) {
 }
 
 bool NewFileHandle::syncAndClose() {
-    const bool flushed = FlushFileBuffers(fileHandle(handle_)) != 0;
-    const bool closed = CloseHandle(fileHandle(handle_)) != 0;
-    handle_ = kNoHandle;
+    const bool flushed = FlushFileBuffers(fileHandle(handle)) != 0;
+    const bool closed = CloseHandle(fileHandle(handle)) != 0;
+    handle = kNoHandle;
     return flushed && closed;
 }
 
