@@ -33,64 +33,64 @@ namespace VelkApi::projectjson {
 // Writes the text of one JSON value into `out`, member by member.
 class Writer {
   public:
-    explicit Writer(std::string& out) : out_(out) {}
+    explicit Writer(std::string& out) : document(out) {}
 
     // An object ('{') or a list ('['), closed with its closing bracket.
     void open(char bracket) {
-        out_ += bracket;
-        emptyContainers_.push_back(true);
+        document += bracket;
+        emptyContainers.push_back(true);
     }
 
     void close(char bracket) {
-        const bool empty = emptyContainers_.back();
-        emptyContainers_.pop_back();
+        const bool empty = emptyContainers.back();
+        emptyContainers.pop_back();
         if (!empty) {
-            out_ += '\n';
-            out_.append(2 * emptyContainers_.size(), ' ');
+            document += '\n';
+            document.append(2 * emptyContainers.size(), ' ');
         }
-        out_ += bracket;
+        document += bracket;
     }
 
     // The start of the next item of a list.
     void item() {
-        out_ += emptyContainers_.back() ? "\n" : ",\n";
-        emptyContainers_.back() = false;
-        out_.append(2 * emptyContainers_.size(), ' ');
+        document += emptyContainers.back() ? "\n" : ",\n";
+        emptyContainers.back() = false;
+        document.append(2 * emptyContainers.size(), ' ');
     }
 
     // The start of the next member of an object, named `name` (host bytes).
     void key(std::string_view name) {
         item();
         text(name);
-        out_ += ": ";
+        document += ": ";
     }
 
     // Runs of plain ASCII, most of a text, go in whole; other bytes one by one.
     void text(std::string_view bytes) {
-        out_ += '"';
+        document += '"';
         std::size_t runStart = 0;
         for (std::size_t at = 0; at < bytes.size(); ++at) {
             const auto code = static_cast<unsigned char>(bytes[at]);
             if (code >= 0x20 && code < 0x80 && code != '"' && code != '\\') {
                 continue;
             }
-            out_.append(bytes, runStart, at - runStart);
+            document.append(bytes, runStart, at - runStart);
             runStart = at + 1;
             if (code >= 0x80) {
-                host::codepage::appendUtf8(host::codepage::characterOf(code), out_);
+                host::codepage::appendUtf8(host::codepage::characterOf(code), document);
             } else {
                 escaped(bytes[at]);
             }
         }
-        out_.append(bytes, runStart, std::string_view::npos);
-        out_ += '"';
+        document.append(bytes, runStart, std::string_view::npos);
+        document += '"';
     }
 
-    void integer(int value) { out_ += std::to_string(value); }
+    void integer(int value) { document += std::to_string(value); }
 
     void number(double value) {
         if (!std::isfinite(value)) {
-            out_ += "null";
+            document += "null";
             return;
         }
         char scientific[32];
@@ -98,7 +98,7 @@ class Writer {
                                            std::chars_format::scientific);
         std::string_view digits(scientific, static_cast<std::size_t>(written.ptr - scientific));
         if (digits[0] == '-') {
-            out_ += '-';
+            document += '-';
             digits.remove_prefix(1);
         }
         // "d.ddde-XX": the digits without the point, and where the point goes.
@@ -111,69 +111,69 @@ class Writer {
         const int length = static_cast<int>(significant.size());
         const int point = exponent + 1;  // digits before the decimal point
         if (point >= length && point <= 15) {
-            out_ += significant;
-            out_.append(static_cast<std::size_t>(point - length), '0');
-            out_ += ".0";
+            document += significant;
+            document.append(static_cast<std::size_t>(point - length), '0');
+            document += ".0";
         } else if (point > 0 && point <= 15) {
-            out_.append(significant, 0, static_cast<std::size_t>(point));
-            out_ += '.';
-            out_.append(significant, static_cast<std::size_t>(point), std::string::npos);
+            document.append(significant, 0, static_cast<std::size_t>(point));
+            document += '.';
+            document.append(significant, static_cast<std::size_t>(point), std::string::npos);
         } else if (point > -4 && point <= 0) {
-            out_ += "0.";
-            out_.append(static_cast<std::size_t>(-point), '0');
-            out_ += significant;
+            document += "0.";
+            document.append(static_cast<std::size_t>(-point), '0');
+            document += significant;
         } else {
-            out_ += significant[0];
+            document += significant[0];
             if (length > 1) {
-                out_ += '.';
-                out_.append(significant, 1, std::string::npos);
+                document += '.';
+                document.append(significant, 1, std::string::npos);
             }
-            out_ += exponent < 0 ? "e-" : "e+";
+            document += exponent < 0 ? "e-" : "e+";
             const int magnitude = std::abs(exponent);
             if (magnitude < 10) {
-                out_ += '0';
+                document += '0';
             }
-            out_ += std::to_string(magnitude);
+            document += std::to_string(magnitude);
         }
     }
 
-    void boolean(bool value) { out_ += value ? "true" : "false"; }
+    void boolean(bool value) { document += value ? "true" : "false"; }
 
   private:
     void escaped(char character) {
         switch (character) {
             case '"':
-                out_ += "\\\"";
+                document += "\\\"";
                 return;
             case '\\':
-                out_ += "\\\\";
+                document += "\\\\";
                 return;
             case '\b':
-                out_ += "\\b";
+                document += "\\b";
                 return;
             case '\f':
-                out_ += "\\f";
+                document += "\\f";
                 return;
             case '\n':
-                out_ += "\\n";
+                document += "\\n";
                 return;
             case '\r':
-                out_ += "\\r";
+                document += "\\r";
                 return;
             case '\t':
-                out_ += "\\t";
+                document += "\\t";
                 return;
             default:
                 break;
         }
         static constexpr char kHexDigits[] = "0123456789abcdef";  // the other controls
-        out_ += "\\u00";
-        out_ += kHexDigits[character >> 4];
-        out_ += kHexDigits[character & 0xF];
+        document += "\\u00";
+        document += kHexDigits[character >> 4];
+        document += kHexDigits[character & 0xF];
     }
 
-    std::string& out_;
-    std::vector<bool> emptyContainers_;  // one per open object or list, innermost last
+    std::string& document;
+    std::vector<bool> emptyContainers;  // one per open object or list, innermost last
 };
 
 }  // namespace VelkApi::projectjson
