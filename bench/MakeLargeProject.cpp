@@ -40,8 +40,7 @@ int main(int argc, char** argv) {
         }
         const velkhost::Records& sample = host.records(store);
         const std::size_t leading = std::min(kLeadingHostRecords, sample.size() - 1);
-        host.setStore(store,
-                      bench::grown(sample, leading, static_cast<std::size_t>(operations)));
+        host.setStore(store, bench::grown(sample, leading, static_cast<std::size_t>(operations)));
         host.saveProject(argv[3]);
     } catch (const std::exception& e) {
         std::cerr << "make-large-project: " << e.what() << "\n";

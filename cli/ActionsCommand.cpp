@@ -8,8 +8,8 @@
 #include <memory>
 
 #include "Commands.h"
-#include "HostText.h"
 #include "EntryText.h"
+#include "HostText.h"
 #include "Project.h"
 #include "ProjectEdit.h"
 #include "RecordDamage.h"
@@ -64,8 +64,9 @@ std::vector<int> numbersOf(const ActionSection& section) {
 // The one list an edit works on.
 bool editedList(const ActionsOptions& options) {
     if (options.pre == options.post) {
-        throw CommandError("say which list to change: --pre (before the operation) or --post "
-                           "(after it)");
+        throw CommandError(
+            "say which list to change: --pre (before the operation) or --post "
+            "(after it)");
     }
     return options.post;
 }
@@ -97,8 +98,7 @@ void list(const ActionsOptions& options, const VelkApi::MillDrillOperation& op) 
     }
 }
 
-void add(const ActionsOptions& options, const ProjectEdit& edit,
-         VelkApi::MillDrillOperation& op) {
+void add(const ActionsOptions& options, const ProjectEdit& edit, VelkApi::MillDrillOperation& op) {
     const bool after = editedList(options);
     if (options.command.empty() || options.command.find_first_of("\r\n") != std::string::npos) {
         throw CommandError("an action is a command of one line, not empty");
@@ -108,14 +108,13 @@ void add(const ActionsOptions& options, const ProjectEdit& edit,
     ActionSection& section = actionList(op, after);
     const std::vector<int> numbers = numbersOf(section);
     const int number = numbers.empty() ? kFirstActionNumber : numbers.back() + 1;
-    section.addActionParameter(number, static_cast<VelkApi::ActionType>(options.kind),
-                               command);
+    section.addActionParameter(number, static_cast<VelkApi::ActionType>(options.kind), command);
     edit.write(op);
     if (!edit.save()) {
         return;
     }
-    std::cout << "store " << options.store << ", operation " << options.op << ": action "
-              << number << " added " << listName(after) << "\n";
+    std::cout << "store " << options.store << ", operation " << options.op << ": action " << number
+              << " added " << listName(after) << "\n";
 }
 
 void clear(const ActionsOptions& options, const ProjectEdit& edit,
@@ -128,9 +127,8 @@ void clear(const ActionsOptions& options, const ProjectEdit& edit,
     if (!edit.save()) {
         return;
     }
-    std::cout << "store " << options.store << ", operation " << options.op << ": "
-              << count << (count == 1 ? " action" : " actions")
-              << " cleared " << listName(after) << "\n";
+    std::cout << "store " << options.store << ", operation " << options.op << ": " << count
+              << (count == 1 ? " action" : " actions") << " cleared " << listName(after) << "\n";
 }
 
 void actions(const ActionsOptions& options) {
@@ -161,8 +159,7 @@ void addActionsCommand(CLI::App& app) {
     addProjectArgument(*actions, options->project);
     addStoreOption(*actions, options->store);
     addOperationOption(*actions, options->op);
-    CLI::Option* pre =
-        actions->add_flag("--pre", options->pre, "The actions before the operation");
+    CLI::Option* pre = actions->add_flag("--pre", options->pre, "The actions before the operation");
     CLI::Option* post =
         actions->add_flag("--post", options->post, "The actions after the operation");
     pre->excludes(post);
@@ -176,7 +173,8 @@ void addActionsCommand(CLI::App& app) {
         ->transform(wholeDecimalNumber());
     options->add->fallthrough();
 
-    options->clear = actions->add_subcommand("clear", "Remove every action of the --pre or --post list");
+    options->clear =
+        actions->add_subcommand("clear", "Remove every action of the --pre or --post list");
     options->clear->fallthrough();
 
     actions->callback([options] { velk::actions(*options); });

@@ -51,15 +51,14 @@ void add(const AddOptions& options) {
                               std::to_string(std::max(count, kFirstMachiningOperation));
     if (at < kFirstMachiningOperation) {
         throw CommandError(
-            "operations 0 to 2 of a store are not machining operations: --at must lie in " +
-            range);
+            "operations 0 to 2 of a store are not machining operations: --at must lie in " + range);
     }
     if (at > count) {
         throw CommandError("store " + std::to_string(options.store) + " has " +
                            std::to_string(count) + " operations: --at must lie in " + range);
     }
-    const auto op = makeOperation(options.store, at,
-                                  {kind, description, options.figures, options.islands});
+    const auto op =
+        makeOperation(options.store, at, {kind, description, options.figures, options.islands});
     edit.write(*op);
     if (!edit.save()) {
         return;
@@ -78,8 +77,9 @@ void addAddCommand(CLI::App& app) {
     addStoreOption(*addCommand, options->store);
     addCommand->add_option("--kind", options->kind, "Kind: POCKET, DRILLING, PROFILE, ...")
         ->required();
-    addCommand->add_option("--at", options->at,
-                           "Operation number the new one takes (default: after the last)")
+    addCommand
+        ->add_option("--at", options->at,
+                     "Operation number the new one takes (default: after the last)")
         ->transform(wholeDecimalNumber());
     addCommand->add_option("--description", options->description,
                            "First line of the operation's message section");

@@ -26,9 +26,8 @@ std::vector<AlignedPair> align(const std::vector<T>& before, const std::vector<T
     std::vector<std::vector<std::size_t>> common(n + 1, std::vector<std::size_t>(m + 1, 0));
     for (std::size_t i = n; i-- > 0;) {
         for (std::size_t j = m; j-- > 0;) {
-            common[i][j] = same(before[i], after[j])
-                               ? common[i + 1][j + 1] + 1
-                               : std::max(common[i + 1][j], common[i][j + 1]);
+            common[i][j] = same(before[i], after[j]) ? common[i + 1][j + 1] + 1
+                                                     : std::max(common[i + 1][j], common[i][j + 1]);
         }
     }
     std::vector<AlignedPair> steps;

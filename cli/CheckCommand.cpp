@@ -117,11 +117,11 @@ void printJson(const std::vector<CheckedResult>& results, std::size_t checked) {
                                 {"after", finding.after},
                                 {"cause", finding.cause}});
         }
-        records.push_back({{"store", result.record.store},
-                           {result.record.kind == "tool" ? "tool" : "operation",
-                            result.record.number},
-                           {"kind", result.record.kind},
-                           {"findings", findings}});
+        records.push_back(
+            {{"store", result.record.store},
+             {result.record.kind == "tool" ? "tool" : "operation", result.record.number},
+             {"kind", result.record.kind},
+             {"findings", findings}});
     }
     const Json out = {{"checked", checked}, {"keeps", results.empty()}, {"records", records}};
     std::cout << out.dump(2) << "\n";

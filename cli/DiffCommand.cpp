@@ -157,10 +157,10 @@ void printChanges(const ProjectChanges& changes) {
 
 void addDiffCommand(CLI::App& app) {
     auto options = std::make_shared<DiffOptions>();
-    CLI::App* command = app.add_subcommand(
-        "diff",
-        "Show what changed between two project files, operation by operation "
-        "(exit status 0: equal, 1: different, 2 or more: trouble)");
+    CLI::App* command =
+        app.add_subcommand("diff",
+                           "Show what changed between two project files, operation by operation "
+                           "(exit status 0: equal, 1: different, 2 or more: trouble)");
     command->add_option("BEFORE", options->before, "Project file before (JSON)")
         ->required()
         ->check(CLI::ExistingFile);

@@ -11,9 +11,9 @@ namespace velk {
 
 using VelkApi::GeometrySectionType;
 using VelkApi::SectionDictionary;
+using VelkApi::sectionName;
 using VelkApi::SectionType;
 using VelkApi::ValueDataType;
-using VelkApi::sectionName;
 
 namespace {
 
@@ -106,7 +106,8 @@ bool holdsUnset(const SectionDictionary& section, const std::string& key) {
             return section.getInt(key) == marker;
         case ValueDataType::Double: {
             const double value = section.getDouble(key);
-            return value == marker || (marker == VelkApi::kUnsetInt && value == kUnsetDoubleAsStored);
+            return value == marker ||
+                   (marker == VelkApi::kUnsetInt && value == kUnsetDoubleAsStored);
         }
         case ValueDataType::String:
             return section.getString(key) == std::to_string(marker);

@@ -85,7 +85,8 @@ std::vector<std::string> notCarried(const VelkApi::ToolSection& record,
     for (int line = 0; line < VelkApi::ToolSection::LINESCOUNT; ++line) {
         for (int slot = 0; slot < VelkApi::ToolSection::lineslen[line]; ++slot) {
             const std::string& name = VelkApi::ToolSection::lines[line][slot];
-            if (tool.has(name) && std::find(carried.begin(), carried.end(), name) == carried.end() &&
+            if (tool.has(name) &&
+                std::find(carried.begin(), carried.end(), name) == carried.end() &&
                 std::find(left.begin(), left.end(), name) == left.end()) {
                 left.push_back(name);
             }

@@ -30,7 +30,7 @@ struct ExchangedTool {
     std::string origin;                     // where it came from: "tools.tbl: line 3"
     std::map<std::string, double> numbers;  // ints and doubles of the record by name
     std::map<std::string, std::string> texts;
-    std::vector<std::string> kept;          // fields without a name in the record, as text
+    std::vector<std::string> kept;  // fields without a name in the record, as text
 
     bool has(const std::string& name) const;
     std::string text(const std::string& name) const;  // "" when the tool has none

@@ -13,8 +13,8 @@
 #include <optional>
 
 #include "Commands.h"
-#include "HostText.h"
 #include "EntryText.h"
+#include "HostText.h"
 #include "Progress.h"
 #include "Project.h"
 #include "StoreKind.h"
@@ -146,9 +146,10 @@ void addExpertCommand(CLI::App& app) {
         "Show the machining parameters of an operation in their expert form, every value as text");
     addProjectArgument(*expert, options->project);
     addStoreOption(*expert, options->store);
-    expert->add_option("--op", options->op,
-                       "Operation number in the store (from 0); every machining operation of the "
-                       "store when left out")
+    expert
+        ->add_option("--op", options->op,
+                     "Operation number in the store (from 0); every machining operation of the "
+                     "store when left out")
         ->transform(wholeDecimalNumber());
     CLI::Option* lines = expert->add_flag(
         "--lines", options->lines,

@@ -25,7 +25,9 @@ bool sameFile(int fd, const std::string& path) {
 
 FileLock::FileLock(std::string path) : filePath(std::move(path)), handle(-1) {}
 
-FileLock::~FileLock() { release(); }
+FileLock::~FileLock() {
+    release();
+}
 
 void FileLock::release() {
     if (handle >= 0) {
@@ -52,6 +54,8 @@ FileLock::Attempt FileLock::tryLock() {
     }
 }
 
-bool errorsGoToTerminal() { return ::isatty(STDERR_FILENO) != 0; }
+bool errorsGoToTerminal() {
+    return ::isatty(STDERR_FILENO) != 0;
+}
 
 }  // namespace velk

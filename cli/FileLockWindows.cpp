@@ -14,7 +14,9 @@ namespace velk {
 
 namespace {
 
-HANDLE fileHandle(std::intptr_t handle) { return reinterpret_cast<HANDLE>(handle); }
+HANDLE fileHandle(std::intptr_t handle) {
+    return reinterpret_cast<HANDLE>(handle);
+}
 
 const std::intptr_t kNoHandle = reinterpret_cast<std::intptr_t>(INVALID_HANDLE_VALUE);
 
@@ -22,7 +24,9 @@ const std::intptr_t kNoHandle = reinterpret_cast<std::intptr_t>(INVALID_HANDLE_V
 
 FileLock::FileLock(std::string path) : filePath(std::move(path)), handle(kNoHandle) {}
 
-FileLock::~FileLock() { release(); }
+FileLock::~FileLock() {
+    release();
+}
 
 void FileLock::release() {
     if (handle != kNoHandle) {
@@ -48,6 +52,8 @@ FileLock::Attempt FileLock::tryLock() {
     return Attempt::Locked;
 }
 
-bool errorsGoToTerminal() { return _isatty(_fileno(stderr)) != 0; }
+bool errorsGoToTerminal() {
+    return _isatty(_fileno(stderr)) != 0;
+}
 
 }  // namespace velk

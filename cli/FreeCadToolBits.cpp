@@ -49,8 +49,8 @@ Json parseJsonFile(const std::string& path) {
         // "[json.exception.parse_error.101] parse error at line 2, column 5: syntax error ..."
         const std::string what = e.what();
         const std::size_t at = what.find(" at line ");
-        throw ExchangeFileError(path + ": not JSON: " +
-                                (at == std::string::npos ? what : what.substr(at + 4)));
+        throw ExchangeFileError(
+            path + ": not JSON: " + (at == std::string::npos ? what : what.substr(at + 4)));
     }
 }
 
@@ -58,8 +58,7 @@ const Json& requireMember(const Json& object, const JsonPlace& place, const std:
                           Json::value_t type, const std::string& what) {
     const auto found = object.find(key);
     const bool integer = type == Json::value_t::number_integer;
-    if (found == object.end() ||
-        (integer ? !found->is_number_integer() : found->type() != type)) {
+    if (found == object.end() || (integer ? !found->is_number_integer() : found->type() != type)) {
         (place / key).expected(what);
     }
     return *found;
@@ -124,8 +123,9 @@ double numberOf(const ExchangeField& field, const Json& value, const JsonPlace& 
         quantity = splitQuantity(text);
     }
     if (field.quantity == Quantity::Count) {
-        if (!quantity || !quantity->unit.empty() || quantity->number != std::floor(quantity->number) ||
-            quantity->number < 0 || quantity->number > 2147483646.0) {
+        if (!quantity || !quantity->unit.empty() ||
+            quantity->number != std::floor(quantity->number) || quantity->number < 0 ||
+            quantity->number > 2147483646.0) {
             place.expected("a whole number, got '" + text + "'");
         }
         return quantity->number;
@@ -179,14 +179,15 @@ ExchangedTool readBit(const std::string& path, const std::string& origin) {
     const JsonPlace place{path, ""};
     ExchangedTool tool;
     tool.origin = origin;
-    const Json& name = requireMember(bit, place, "name", Json::value_t::string, "a text, the tool's name");
+    const Json& name =
+        requireMember(bit, place, "name", Json::value_t::string, "a text, the tool's name");
     tool.texts[kDescription] = hostText(name.get<std::string>(), (place / "name").text());
     const Json& shape = requireMember(bit, place, "shape", Json::value_t::string,
                                       "a text, the shape file (endmill.fcstd, ...)");
     tool.texts[kToolType] = toolTypeOf(shape.get<std::string>(), place / "shape");
-    readParameters(requireMember(bit, place, "parameter", Json::value_t::object,
-                                 "an object of parameters"),
-                   place / "parameter", tool);
+    readParameters(
+        requireMember(bit, place, "parameter", Json::value_t::object, "an object of parameters"),
+        place / "parameter", tool);
     if (bit.contains("attribute")) {
         readParameters(requireMember(bit, place, "attribute", Json::value_t::object,
                                      "an object of attributes"),
@@ -206,7 +207,8 @@ fs::path findBit(const fs::path& library, const std::string& bit, const JsonPlac
     }
     throw ExchangeFileError(place.text() + ": bit file '" + bit + "' not found in " +
                             candidates[0].parent_path().lexically_normal().generic_string() +
-                            " or " + candidates[1].parent_path().lexically_normal().generic_string());
+                            " or " +
+                            candidates[1].parent_path().lexically_normal().generic_string());
 }
 
 // "5.0000 mm" as FreeCAD writes it, with more digits where the record keeps more.
@@ -244,7 +246,8 @@ const ToolShape& shapeOf(const ExchangedTool& tool, std::vector<std::string>& no
         return *shape;
     }
     notes.push_back(toolLabel(tool) +
-                    (type.empty() ? ": no tool type" : ": tool type '" + utf8Text(type) + "' has no FreeCAD shape") +
+                    (type.empty() ? ": no tool type"
+                                  : ": tool type '" + utf8Text(type) + "' has no FreeCAD shape") +
                     ": written as " + toolShapes().front().shape);
     return toolShapes().front();
 }
@@ -337,8 +340,8 @@ std::vector<TextFile> toolLibraryFiles(const std::string& path,
     Json entries = Json::array();
     for (const ExchangedTool& tool : tools) {
         const std::string name = bitFileName(tool, taken);
-        entries.push_back({{"nr", static_cast<long long>(tool.numbers.at(kToolNumber))},
-                           {"path", name}});
+        entries.push_back(
+            {{"nr", static_cast<long long>(tool.numbers.at(kToolNumber))}, {"path", name}});
         files.push_back({(folder / name).string(), bitJson(tool, units, notes).dump(2) + "\n"});
     }
     const Json library = {{"version", kLibraryVersion}, {"tools", entries}};

@@ -39,7 +39,8 @@ class Utf8Converter : public std::streambuf {
         return target->sputn(text.data(), size) == size ? c : traits_type::eof();
     }
     std::streamsize xsputn(const char* data, std::streamsize count) override {
-        const std::string text = codepage::toUtf8(std::string_view(data, static_cast<std::size_t>(count)));
+        const std::string text =
+            codepage::toUtf8(std::string_view(data, static_cast<std::size_t>(count)));
         const auto size = static_cast<std::streamsize>(text.size());
         return target->sputn(text.data(), size) == size ? count : 0;
     }
@@ -61,8 +62,8 @@ std::string hostBytesOf(const std::string& typed, const std::string& name) {
         const std::optional<char32_t> character = codepage::nextUtf8(typed, at);
         if (!character) {
             throw CommandError(name + ": the text is not UTF-8 (byte " +
-                               std::to_string(static_cast<unsigned char>(typed[start])) +
-                               " at " + std::to_string(start) + ")");
+                               std::to_string(static_cast<unsigned char>(typed[start])) + " at " +
+                               std::to_string(start) + ")");
         }
         const int byte = codepage::byteOf(*character);
         if (byte < 0) {

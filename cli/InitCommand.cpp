@@ -81,20 +81,37 @@ struct StarterTool {
 };
 
 const StarterTool kEndMill = {"End mill 10 mm, 3 flutes",
-                              {{"i_t_tool_id", "1"}, {"i_t_tool_nr", "1"}, {"i_t_len_nr", "1"},
-                               {"i_t_dia_nr", "1"}, {"w_t_diam", "10"}, {"i_t_nr_theeth", "3"},
-                               {"w_t_useable_len", "22"}, {"w_t_tool_len", "72"},
-                               {"w_t_shaftdiam", "10"}, {"w_t_vcut_r", "250"},
-                               {"w_t_feed_h_r", "0.05"}, {"$_t_ident_nr", "EM10-3F"},
-                               {"$_t_tool_type", "End mill"}, {"$_t_tool_mat", "Carbide"}}};
+                              {{"i_t_tool_id", "1"},
+                               {"i_t_tool_nr", "1"},
+                               {"i_t_len_nr", "1"},
+                               {"i_t_dia_nr", "1"},
+                               {"w_t_diam", "10"},
+                               {"i_t_nr_theeth", "3"},
+                               {"w_t_useable_len", "22"},
+                               {"w_t_tool_len", "72"},
+                               {"w_t_shaftdiam", "10"},
+                               {"w_t_vcut_r", "250"},
+                               {"w_t_feed_h_r", "0.05"},
+                               {"$_t_ident_nr", "EM10-3F"},
+                               {"$_t_tool_type", "End mill"},
+                               {"$_t_tool_mat", "Carbide"}}};
 const StarterTool kDrill = {"Drill 8.5 mm, 118 degree point",
-                            {{"i_t_tool_id", "2"}, {"i_t_tool_nr", "2"}, {"i_t_len_nr", "2"},
-                             {"i_t_dia_nr", "2"}, {"w_t_diam", "8.5"}, {"w_t_topangle", "118"},
-                             {"i_t_nr_theeth", "2"}, {"w_t_useable_len", "43"},
-                             {"w_t_tool_len", "117"}, {"w_t_def_peck", "3"},
-                             {"w_t_shaftdiam", "8.5"}, {"w_t_vcut_r", "90"},
-                             {"w_t_feed_v_r", "0.15"}, {"$_t_ident_nr", "DR8.5"},
-                             {"$_t_tool_type", "Drill"}, {"$_t_tool_mat", "Carbide"}}};
+                            {{"i_t_tool_id", "2"},
+                             {"i_t_tool_nr", "2"},
+                             {"i_t_len_nr", "2"},
+                             {"i_t_dia_nr", "2"},
+                             {"w_t_diam", "8.5"},
+                             {"w_t_topangle", "118"},
+                             {"i_t_nr_theeth", "2"},
+                             {"w_t_useable_len", "43"},
+                             {"w_t_tool_len", "117"},
+                             {"w_t_def_peck", "3"},
+                             {"w_t_shaftdiam", "8.5"},
+                             {"w_t_vcut_r", "90"},
+                             {"w_t_feed_v_r", "0.15"},
+                             {"$_t_ident_nr", "DR8.5"},
+                             {"$_t_tool_type", "Drill"},
+                             {"$_t_tool_mat", "Carbide"}}};
 
 // What the starter operation of a kind machines, with which tool, and how it is described.
 struct StarterOperation {
@@ -171,9 +188,10 @@ Json starterProject(const std::filesystem::path& project) {
                     {"w_setup_cle", 2.0},
                     {"w_setup_ret", 10.0}};
     globals.update(toolVariables());
-    const Json leading = Json::array({Json::array({"0 1 1 1", "Raw part 100 x 60 x 20"}),
-                                      Json::array({"0 1 1 1", "Work offset G54 at the front left top corner"}),
-                                      Json::array({"0 1 1 1", "Tool change position X0 Y0 Z200"})});
+    const Json leading =
+        Json::array({Json::array({"0 1 1 1", "Raw part 100 x 60 x 20"}),
+                     Json::array({"0 1 1 1", "Work offset G54 at the front left top corner"}),
+                     Json::array({"0 1 1 1", "Tool change position X0 Y0 Z200"})});
     return {{"environment",
              {{"-d", folder.empty() ? "." : folder},
               {"NrOfChannels", "1"},

@@ -136,8 +136,8 @@ std::string toolTableText(const std::vector<ExchangedTool>& tools, Units units) 
                 continue;
             }
             if (const std::optional<double> value = wordValue(tool, field, units)) {
-                line += (line.empty() ? "" : " ") + std::string(1, field.linuxCnc) +
-                        sixDigits(*value);
+                line +=
+                    (line.empty() ? "" : " ") + std::string(1, field.linuxCnc) + sixDigits(*value);
             }
         }
         const std::string description = tool.text(kDescription);

@@ -17,9 +17,9 @@ constexpr int kMessageSection = 0;
 constexpr int kToolDataSection = 1;
 
 using VelkApi::MillDrillOperationType;
+using VelkApi::sectionName;
 using VelkApi::SectionType;
 using VelkApi::ToolSection;
-using VelkApi::sectionName;
 
 // Kinds that list drawing objects of their own rather than count figures.
 bool listsObjects(MillDrillOperationType kind) {

@@ -19,9 +19,9 @@ VelkApi::MillDrillOperationType parseKind(const std::string& name);
 // What a new operation holds besides its defaults.
 struct NewOperation {
     VelkApi::MillDrillOperationType kind = VelkApi::MillDrillOperationType::PROFILE;
-    std::string description;            // the first line of its message section
-    std::vector<std::string> figures;   // outline figures (or points, or objects) by their text
-    std::vector<std::string> islands;   // island figures by their text
+    std::string description;           // the first line of its message section
+    std::vector<std::string> figures;  // outline figures (or points, or objects) by their text
+    std::vector<std::string> islands;  // island figures by their text
 };
 
 // True when the kind's parameters count the figures it machines.

@@ -17,8 +17,8 @@
 
 namespace velk {
 
-using VelkApi::MillDrillOperationType;
 using VelkApi::kSectionNames;
+using VelkApi::MillDrillOperationType;
 
 // A large project shows how many of its megabytes have been read while it loads.
 void loadProject(const std::string& path) {
@@ -143,8 +143,8 @@ void printEntries(const VelkApi::SectionDictionary& section, ValuePrinter printV
     for (const std::string& key : section.readKeys(keys)) {
         // A key too long for its column keeps a blank before the type.
         std::cout << "  " << std::left << std::setw(31) << key << " " << std::setw(8)
-                  << dataTypeName(section.dataTypeOf(key)) << std::right
-                  << printValue(section, key) << "\n";
+                  << dataTypeName(section.dataTypeOf(key)) << std::right << printValue(section, key)
+                  << "\n";
     }
 }
 

@@ -178,11 +178,15 @@ void compareUnmatched(const std::vector<RecordSnapshot>& before, const std::vect
             changes.push_back(compareRecord(before[static_cast<std::size_t>(*was)], *was,
                                             after[static_cast<std::size_t>(*is)], *is));
         } else if (was) {
-            changes.push_back({"deleted", was, std::nullopt,
-                               before[static_cast<std::size_t>(*was)].kind, {}, {}});
+            changes.push_back({"deleted",
+                               was,
+                               std::nullopt,
+                               before[static_cast<std::size_t>(*was)].kind,
+                               {},
+                               {}});
         } else {
-            changes.push_back({"inserted", std::nullopt, is,
-                               after[static_cast<std::size_t>(*is)].kind, {}, {}});
+            changes.push_back(
+                {"inserted", std::nullopt, is, after[static_cast<std::size_t>(*is)].kind, {}, {}});
         }
     }
 }

@@ -21,7 +21,8 @@ ProjectLock::ProjectLock(const std::string& path) : lock(path) {
             if (told) {
                 std::cerr << "\n";
             }
-            throw CommandError(path + " is being changed by another program: try again when it "
+            throw CommandError(path +
+                               " is being changed by another program: try again when it "
                                "has finished");
         }
         if (!told && errorsGoToTerminal()) {

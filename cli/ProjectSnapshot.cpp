@@ -13,11 +13,11 @@ namespace velk {
 
 namespace {
 
+using VelkApi::kSectionNames;
 using VelkApi::MillDrillOperationType;
 using VelkApi::SectionDictionary;
-using VelkApi::SectionType;
-using VelkApi::kSectionNames;
 using VelkApi::sectionName;
+using VelkApi::SectionType;
 
 // The sections of a tool record: message, tool data.
 constexpr int kToolSectionCount = 2;

@@ -17,8 +17,8 @@ std::vector<Finding> damageFindings(const CheckedRecord& record) {
         // The record is named by the title velk check prints above its findings.
         const std::string where = "store " + std::to_string(record.store) + ", operation " +
                                   std::to_string(record.number) + ": ";
-        finding.cause = text.compare(0, where.size(), where) == 0 ? text.substr(where.size())
-                                                                   : std::move(text);
+        finding.cause =
+            text.compare(0, where.size(), where) == 0 ? text.substr(where.size()) : std::move(text);
         findings.push_back(std::move(finding));
     }
     return findings;

@@ -12,8 +12,8 @@
 #include <memory>
 
 #include "Commands.h"
-#include "HostText.h"
 #include "EntryText.h"
+#include "HostText.h"
 #include "Project.h"
 #include "ProjectEdit.h"
 #include "RecordDamage.h"
@@ -24,9 +24,9 @@ namespace velk {
 namespace {
 
 using VelkApi::SectionDictionary;
+using VelkApi::sectionName;
 using VelkApi::SectionType;
 using VelkApi::ValueDataType;
-using VelkApi::sectionName;
 
 struct SetOptions {
     std::string project;
@@ -47,7 +47,8 @@ Assignment parseAssignment(const std::string& text) {
     const std::size_t dot = text.find('.');
     const std::size_t equals = text.find('=', dot == std::string::npos ? 0 : dot);
     if (dot == std::string::npos || equals == std::string::npos || dot == 0 || equals == dot + 1) {
-        throw CommandError("'" + text + "' is not SECTION.KEY=VALUE, e.g. Parameter.w_zdepth=-12.5");
+        throw CommandError("'" + text +
+                           "' is not SECTION.KEY=VALUE, e.g. Parameter.w_zdepth=-12.5");
     }
     return {text, text.substr(0, dot), text.substr(dot + 1, equals - dot - 1),
             text.substr(equals + 1)};

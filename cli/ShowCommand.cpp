@@ -11,8 +11,8 @@
 #include <memory>
 
 #include "Commands.h"
-#include "HostText.h"
 #include "EntryText.h"
+#include "HostText.h"
 #include "Project.h"
 
 namespace velk {

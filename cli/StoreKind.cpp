@@ -48,9 +48,10 @@ void refuseToolStore(int store, const char* whatFits) {
 void refuseOperationStore(int store) {
     const velkhost::Records& records = velkhost::OfflineHost::instance().records(store);
     if (records.size() > 1 && !isToolStore(store)) {
-        throw CommandError(withStore("store {store} is not a tool store: list its operations "
-                                     "with velk ops PROJECT --store {store}",
-                                     store));
+        throw CommandError(
+            withStore("store {store} is not a tool store: list its operations "
+                      "with velk ops PROJECT --store {store}",
+                      store));
     }
 }
 

@@ -12,11 +12,11 @@ namespace velk {
 enum class Quantity { Length, Angle, Count, Text };
 
 struct ExchangeField {
-    const char* record;     // the tool record's name
+    const char* record;  // the tool record's name
     Quantity quantity;
-    const char* freeCad;    // the FreeCAD tool bit's parameter; null when a bit has none
-    char linuxCnc;          // the LinuxCNC tool table's word letter; 0 when a table has none
-    bool written;           // false: read only, another row of the same name writes the value
+    const char* freeCad;  // the FreeCAD tool bit's parameter; null when a bit has none
+    char linuxCnc;        // the LinuxCNC tool table's word letter; 0 when a table has none
+    bool written;         // false: read only, another row of the same name writes the value
 };
 
 // Every mapped field, in the order exports write them.

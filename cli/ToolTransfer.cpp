@@ -48,8 +48,9 @@ std::vector<ExchangedTool> readImport(const std::string& path, Units units) {
     if (extension == ".tbl") {
         return readToolTable(path, units);
     }
-    throw ExchangeFileError(path + ": expected a FreeCAD tool bit (.fctb) or library (.fctl) or "
-                                   "a LinuxCNC tool table (.tbl)");
+    throw ExchangeFileError(path +
+                            ": expected a FreeCAD tool bit (.fctb) or library (.fctl) or "
+                            "a LinuxCNC tool table (.tbl)");
 }
 
 // The store's tools by tool number: their positions in the store.
@@ -69,8 +70,8 @@ std::map<int, int> toolPositions(int store) {
 // Gives every tool a number: its own, else the lowest one neither the store nor another tool
 // of the import has. A number given twice in the import is refused, and so is one the store
 // has unless `replace`.
-void numberTools(std::vector<ExchangedTool>& tools, const std::map<int, int>& inStore,
-                 int store, bool replace) {
+void numberTools(std::vector<ExchangedTool>& tools, const std::map<int, int>& inStore, int store,
+                 bool replace) {
     std::map<int, const ExchangedTool*> given;
     for (const ExchangedTool& tool : tools) {
         if (!tool.has(kToolNumber)) {
@@ -79,8 +80,8 @@ void numberTools(std::vector<ExchangedTool>& tools, const std::map<int, int>& in
         const int number = static_cast<int>(tool.numbers.at(kToolNumber));
         const auto [other, added] = given.emplace(number, &tool);
         if (!added) {
-            throw CommandError(tool.origin + ": " + toolLabel(number) + " is given twice, also by " +
-                               other->second->origin);
+            throw CommandError(tool.origin + ": " + toolLabel(number) +
+                               " is given twice, also by " + other->second->origin);
         }
         if (inStore.count(number) != 0 && !replace) {
             throw CommandError(tool.origin + ": store " + std::to_string(store) + " has " +
@@ -216,12 +217,14 @@ void addToolTransferOptions(CLI::App& command, ToolTransferOptions& options) {
         "--export", options.exportPath,
         "Write the tool store as a LinuxCNC tool table (.tbl) or as a FreeCAD tool library "
         "(.fctl) with a tool bit file (.fctb) per tool beside it");
-    command.add_option("--units", options.units,
-                       "Units of the lengths of a LinuxCNC table read, and of a table or library "
-                       "written (default mm)")
+    command
+        .add_option("--units", options.units,
+                    "Units of the lengths of a LinuxCNC table read, and of a table or library "
+                    "written (default mm)")
         ->check(CLI::IsMember({"mm", "inch"}));
-    CLI::Option* replace = command.add_flag(
-        "--replace", options.replace, "Let an imported tool write over the store's tool of its number");
+    CLI::Option* replace =
+        command.add_flag("--replace", options.replace,
+                         "Let an imported tool write over the store's tool of its number");
     replace->needs(imports);
     imports->excludes(exported);
     for (const char* other : {"--json", "--add-from"}) {

@@ -16,8 +16,8 @@
 #include <optional>
 
 #include "Commands.h"
-#include "HostText.h"
 #include "EntryText.h"
+#include "HostText.h"
 #include "NewRecords.h"
 #include "Project.h"
 #include "ProjectEdit.h"
@@ -72,8 +72,7 @@ void printList(const VelkApi::ToolList& list) {
                   << toolNumberText(tool.getInt("i_t_tool_nr")) << " " << std::setw(12)
                   << tool.getString("$_t_ident_nr") << " " << std::setw(14)
                   << tool.getString("$_t_tool_type") << std::right << std::setw(8)
-                  << diameterText(tool) << "  "
-                  << tool.getString("$_t_tooldesc") << "\n";
+                  << diameterText(tool) << "  " << tool.getString("$_t_tooldesc") << "\n";
     }
 }
 

@@ -13,8 +13,8 @@ namespace {
 // The double as the record writes it: six significant digits.
 double asRecorded(double value, std::string& text) {
     char buffer[64];
-    const auto result = std::to_chars(buffer, buffer + sizeof buffer, value,
-                                      std::chars_format::general, 6);
+    const auto result =
+        std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::general, 6);
     text.assign(buffer, result.ptr);
     return std::strtod(text.c_str(), nullptr);
 }
@@ -50,10 +50,10 @@ void checkReadBack(const std::string& name, const std::string& typed, const std:
     if (set == readBack) {
         return;
     }
-    const bool cutAtBlank = typed.find(' ') != std::string::npos &&
-                            typed.compare(0, readBack.size(), readBack) == 0;
-    throw CommandError(name + ": '" + typed + "' would read back from the record as '" +
-                       readBack + "'" + (cutAtBlank ? " (a blank ends a text in this section)" : "") +
+    const bool cutAtBlank =
+        typed.find(' ') != std::string::npos && typed.compare(0, readBack.size(), readBack) == 0;
+    throw CommandError(name + ": '" + typed + "' would read back from the record as '" + readBack +
+                       "'" + (cutAtBlank ? " (a blank ends a text in this section)" : "") +
                        ": nothing is written");
 }
 

@@ -28,8 +28,7 @@ std::string unexpectedFailure(const std::exception& e) {
         return "the project's environment has no TURNDRIVENTOOLS value (a whole number, 2 when "
                "the machine has turning-driven tools)";
     }
-    return "the project's environment value TURNDRIVENTOOLS '" + value +
-           "' is not a whole number";
+    return "the project's environment value TURNDRIVENTOOLS '" + value + "' is not a whole number";
 }
 
 // Everything printed reached standard output: not so on a full disk or a closed pipe.
@@ -51,8 +50,8 @@ int finish(int status) {
 
 // "velk 0.1.0 (VelkApi library 0.1.0)": velk's own version and that of the library it loaded.
 std::string versionText() {
-    return std::string("velk ") + VELK_VERSION + " (VelkApi library " +
-           VelkApi::libraryVersion() + ")";
+    return std::string("velk ") + VELK_VERSION + " (VelkApi library " + VelkApi::libraryVersion() +
+           ")";
 }
 
 // A mistake on the command line is one line, which says where the right form is shown.

@@ -6,8 +6,8 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     fuzzsupport::freshHost();
-    const auto kind = static_cast<VelkApi::MillDrillOperationType>(
-        1 + fuzzsupport::takeByte(data, size) % 20);
+    const auto kind =
+        static_cast<VelkApi::MillDrillOperationType>(1 + fuzzsupport::takeByte(data, size) % 20);
     VelkApi::ExpertParameterSection section(kind);
     section.Init();
     section.readFromStrings(fuzzsupport::lines(data, size));

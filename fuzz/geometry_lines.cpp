@@ -32,10 +32,9 @@ void drawing() {
 // geometry section, after three records that are no machining operations.
 void storeOperation(VelkApi::MillDrillOperationType kind, unsigned char counters,
                     const fuzzsupport::Lines& lines) {
-    const std::string values = std::to_string(counters & 7) + " " +
-                               std::to_string((counters >> 3) & 7) + " " +
-                               std::to_string((counters >> 6) & 1) + " " +
-                               std::to_string((counters >> 7) & 1) + " ";
+    const std::string values =
+        std::to_string(counters & 7) + " " + std::to_string((counters >> 3) & 7) + " " +
+        std::to_string((counters >> 6) & 1) + " " + std::to_string((counters >> 7) & 1) + " ";
     velkhost::Record record{std::to_string(VelkApi::millDrillOperationTypeToVelk(kind)) +
                                 " 1 4 0 0 2 " + std::to_string(lines.size()),
                             VelkApi::millDrillOperationTypeToString(kind), values};
@@ -50,8 +49,8 @@ void storeOperation(VelkApi::MillDrillOperationType kind, unsigned char counters
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     fuzzsupport::freshHost();
     drawing();
-    const auto kind = static_cast<VelkApi::MillDrillOperationType>(
-        1 + fuzzsupport::takeByte(data, size) % 20);
+    const auto kind =
+        static_cast<VelkApi::MillDrillOperationType>(1 + fuzzsupport::takeByte(data, size) % 20);
     const unsigned char counters = fuzzsupport::takeByte(data, size);
     storeOperation(kind, counters, fuzzsupport::lines(data, size));
     VelkApi::MillDrillOperation op(fuzzsupport::kStore, kOperation);

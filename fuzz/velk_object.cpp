@@ -5,7 +5,8 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     fuzzsupport::freshHost();
-    const auto role = static_cast<VelkApi::GeometrySectionType>(fuzzsupport::takeByte(data, size) % 5);
+    const auto role =
+        static_cast<VelkApi::GeometrySectionType>(fuzzsupport::takeByte(data, size) % 5);
     const VelkApi::VelkObject object(fuzzsupport::text(data, size), role);
     double x = 0;
     double y = 0;

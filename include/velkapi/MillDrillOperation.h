@@ -17,7 +17,8 @@
 
 namespace VelkApi {
 
-/// A milling or drilling operation of a store, with its header, message, tool, parameter, geometry and action sections.
+/// A milling or drilling operation of a store, with its header, message, tool, parameter, geometry
+/// and action sections.
 class VELKAPI_EXPORT MillDrillOperation : public OperationBase {
   public:
     /// The kind is read from the store.

@@ -12,7 +12,8 @@
 
 namespace VelkApi {
 
-/// One named entry of a section: its value, its default, its data type and where it stands in the section's lines.
+/// One named entry of a section: its value, its default, its data type and where it stands in the
+/// section's lines.
 class VELKAPI_EXPORT SectionValue {
   public:
     /// Both constructors take ownership of `value` and `defaultval`.

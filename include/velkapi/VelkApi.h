@@ -26,6 +26,6 @@
 #include <velkapi/ToolSection.h>
 #include <velkapi/TurnToolSection.h>
 #include <velkapi/Value.h>
-#include <velkapi/Version.h>
 #include <velkapi/VelkObject.h>
+#include <velkapi/Version.h>
 #include <velkapi/WritePreview.h>

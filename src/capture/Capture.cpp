@@ -161,8 +161,7 @@ void note(HostExport<VelkReadGlobalWFn>& /*from*/, double answer, const char* na
     }
 }
 
-void note(HostExport<VelkReadGlobalStrFn>& /*from*/, const char* name, char* buffer,
-          int* status) {
+void note(HostExport<VelkReadGlobalStrFn>& /*from*/, const char* name, char* buffer, int* status) {
     if (done(status) && buffer) {
         noteGlobal(name, std::string(buffer));
     }

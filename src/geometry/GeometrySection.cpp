@@ -180,7 +180,8 @@ void GeometrySection::writeToVDM(OperationBase* op) {
         GeometrySectionSettings settings;
         const std::vector<std::string> lines = composeLines(op->getOperationType(), &settings);
         host::StoreSession session(vdm);
-        if (!session || !vdm.LoadOperation(op->getNumber()) || !vdm.WriteSection(sectionNr, lines)) {
+        if (!session || !vdm.LoadOperation(op->getNumber()) ||
+            !vdm.WriteSection(sectionNr, lines)) {
             return;
         }
         if (!isMacroKind(op->getOperationType()) && !isPlainListKind(op->getOperationType())) {

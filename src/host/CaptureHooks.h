@@ -30,8 +30,7 @@ void note(HostExport<VelkReadGlobalWFn>& from, double answer, const char* name, 
 void note(HostExport<VelkReadGlobalStrFn>& from, const char* name, char* buffer, int* status);
 void note(HostExport<VelkWriteGlobalIFn>& from, const char* name, int value, int* status);
 void note(HostExport<VelkWriteGlobalWFn>& from, const char* name, double value, int* status);
-void note(HostExport<VelkWriteGlobalStrFn>& from, const char* name, const char* value,
-          int* status);
+void note(HostExport<VelkWriteGlobalStrFn>& from, const char* name, const char* value, int* status);
 void note(HostExport<VelkReadGlobalArrayIFn>& from, const char* name, int first, int count,
           int* values, int* status);
 void note(HostExport<VelkReadGlobalArrayWFn>& from, const char* name, int first, int count,

@@ -140,11 +140,11 @@ bool MillTurnVdm::SeekSection(int s) {
     const int preceding = std::clamp(s, 0, getSectionCount());
     // Summed wide: a damaged header may list counts whose sum leaves the int range. Such a
     // position lies beyond any record, and the host refuses the seek as it refuses any other.
-    const long long before = std::accumulate(sectionLineCounts.begin(),
-                                             sectionLineCounts.begin() + preceding, 0LL);
-    const long long offset = std::clamp(1 + before,
-                                        static_cast<long long>(std::numeric_limits<int>::min()),
-                                        static_cast<long long>(std::numeric_limits<int>::max()));
+    const long long before =
+        std::accumulate(sectionLineCounts.begin(), sectionLineCounts.begin() + preceding, 0LL);
+    const long long offset =
+        std::clamp(1 + before, static_cast<long long>(std::numeric_limits<int>::min()),
+                   static_cast<long long>(std::numeric_limits<int>::max()));
     return SeekFromStart(currentOperation) && SingleSeek(static_cast<int>(offset));
 }
 

@@ -26,8 +26,7 @@ double hundredths(double coordinate) {
     return std::trunc(coordinate * 100.0);
 }
 
-int acceptObjectAtPoint(const int* object, void* /*unused*/, const double* xyz,
-                        void* context) {
+int acceptObjectAtPoint(const int* object, void* /*unused*/, const double* xyz, void* context) {
     auto& search = *static_cast<PointSearch*>(context);
     if ((object[0] & kTakesPart) == 0 || hundredths(xyz[0]) != hundredths(search.x) ||
         hundredths(xyz[1]) != hundredths(search.y)) {

@@ -158,8 +158,8 @@ bool SectionDictionary::isAxis(const std::string& key) const {
 }
 
 ValueDataType SectionDictionary::dataTypeOf(const std::string& key) const {
-    return guarded(ValueDataType::None, "Error in SectionDictionary::dataTypeOf(const string & key)",
-                   [&] {
+    return guarded(ValueDataType::None,
+                   "Error in SectionDictionary::dataTypeOf(const string & key)", [&] {
                        const SectionValue* entry = findEntry(key);
                        return entry ? entry->getValueDataType() : ValueDataType::None;
                    });

@@ -18,8 +18,7 @@ constexpr int kKindsLine = 1;
 constexpr int kFirstCommandLine = 2;
 
 const char* marker(ActionSectionType type) {
-    return type == ActionSectionType::PostOperation ? "###POSTOPERATION###"
-                                                    : "###PREOPERATION###";
+    return type == ActionSectionType::PostOperation ? "###POSTOPERATION###" : "###PREOPERATION###";
 }
 
 // The next kind of the kinds line; 0 when no number is left there (the position then stays).

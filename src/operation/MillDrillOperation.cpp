@@ -188,8 +188,7 @@ ParameterSection* MillDrillOperation::createParameterSection(const MillDrillOper
 
 GeometrySection* MillDrillOperation::createGeometrySection() {
     return guarded<GeometrySection*>(
-        nullptr, "Error in MillDrillOperation::createGeometrySection()",
-        [&]() -> GeometrySection* {
+        nullptr, "Error in MillDrillOperation::createGeometrySection()", [&]() -> GeometrySection* {
             const std::string name = SectionTypeToString(SectionType::Geometry, 0);
             if (auto existing = sections->find(name); existing != sections->end()) {
                 return dynamic_cast<GeometrySection*>(existing->second.get());

@@ -99,8 +99,7 @@ std::string valueText(const SectionValue& entry) {
         case ValueDataType::Action: {
             Action action;
             entry.getValue(&action);
-            return std::to_string(static_cast<int>(action.getType())) + ": " +
-                   action.getCommand();
+            return std::to_string(static_cast<int>(action.getType())) + ": " + action.getCommand();
         }
         case ValueDataType::String: {
             std::string value;
@@ -267,8 +266,8 @@ SectionWrite previewSection(OperationBase& op, OperationBase* fresh, const Secti
     preview.writtenLines = composedLines(section, kind);
     if (fresh == nullptr) {  // a new operation: the store holds none of it yet
         preview.edited = true;
-        preview.outcome = preview.writtenLines.empty() ? WriteOutcome::Unchanged
-                                                       : WriteOutcome::AsSet;
+        preview.outcome =
+            preview.writtenLines.empty() ? WriteOutcome::Unchanged : WriteOutcome::AsSet;
         return preview;
     }
     preview.storedLines = storedLines(op, preview.number);
@@ -329,9 +328,8 @@ std::vector<SectionWrite> WritePreview::sections(OperationBase& op) {
 }
 
 bool WritePreview::keepsEverything(const std::vector<SectionWrite>& sections) {
-    return std::none_of(sections.begin(), sections.end(), [](const SectionWrite& s) {
-        return s.outcome == WriteOutcome::BeyondSet;
-    });
+    return std::none_of(sections.begin(), sections.end(),
+                        [](const SectionWrite& s) { return s.outcome == WriteOutcome::BeyondSet; });
 }
 
 }  // namespace VelkApi

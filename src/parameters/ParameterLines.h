@@ -22,8 +22,8 @@ namespace VelkApi::parameters {
 constexpr const char* kEmptyText = "2147483647";
 
 struct LineLayout {
-    int lastNumberedLine;       // from 100 * (this + 1) on, the line of the entry before
-    bool signedOptionWords;     // an option word of 32 bits written as a signed or unsigned int
+    int lastNumberedLine;    // from 100 * (this + 1) on, the line of the entry before
+    bool signedOptionWords;  // an option word of 32 bits written as a signed or unsigned int
 };
 
 // One field: the entry sorted[first], or the option group sorted[first] .. sorted[end - 1].

@@ -38,8 +38,7 @@ MessageBoxFn messageBoxFunction() {
     if (void* hostBox = exportAddress(hostModule(), "MessageBoxA")) {
         return reinterpret_cast<MessageBoxFn>(hostBox);
     }
-    return reinterpret_cast<MessageBoxFn>(
-        exportAddress(LoadLibraryA("user32.dll"), "MessageBoxA"));
+    return reinterpret_cast<MessageBoxFn>(exportAddress(LoadLibraryA("user32.dll"), "MessageBoxA"));
 }
 
 }  // namespace

@@ -32,8 +32,9 @@ void TurnToolSection::readFromVDM(OperationBase* op) {
 }
 
 void TurnToolSection::write(OperationBase* op) {
-    guarded("Error in TurnToolSection::write(VelkApi::MillTurnVdm * vdm)",
-            [&] { tools::writeToolLines(*op->getVDM(), op->getNumber(), sectionNr, composeLines()); });
+    guarded("Error in TurnToolSection::write(VelkApi::MillTurnVdm * vdm)", [&] {
+        tools::writeToolLines(*op->getVDM(), op->getNumber(), sectionNr, composeLines());
+    });
 }
 
 std::vector<std::string> TurnToolSection::composeLines() const {

@@ -7,9 +7,9 @@
 
 #include <string>
 
-#include "host/HostExports.h"
 #include "HostFixture.h"
 #include "ScriptedSession.h"
+#include "host/HostExports.h"
 
 namespace capturetest {
 namespace {

@@ -74,7 +74,8 @@ void readOperations(Transcript& out) {
     vdm.Close();
     out.push_back("operations " + std::to_string(count));
     for (int nr = 0; nr < count; ++nr) {
-        const MillDrillOperationType type = MillDrillOperation::GetOperationType(kOperationStore, nr);
+        const MillDrillOperationType type =
+            MillDrillOperation::GetOperationType(kOperationStore, nr);
         out.push_back("operation " + std::to_string(nr) + " type " +
                       std::to_string(static_cast<int>(type)));
         if (type == MillDrillOperationType::REDRAW) {

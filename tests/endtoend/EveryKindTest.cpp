@@ -181,13 +181,12 @@ TEST_P(EveryKindTest, ReadEditWriteGivesTheExactLines) {
     // actions.
     const auto recordWith = [&](const std::string& message, const Lines& tools,
                                 const Lines& postActions) {
-        velkhost::Record record = {std::to_string(millDrillOperationTypeToVelk(c.kind)) +
-                                       " 1 6 1 " + std::to_string(tools.size()) + " " +
-                                       std::to_string(expected.lineCount) + " " +
-                                       std::to_string(geometry.size()) + " " +
-                                       std::to_string(kPreActions.size()) + " " +
-                                       std::to_string(postActions.size()),
-                                   message};
+        velkhost::Record record = {
+            std::to_string(millDrillOperationTypeToVelk(c.kind)) + " 1 6 1 " +
+                std::to_string(tools.size()) + " " + std::to_string(expected.lineCount) + " " +
+                std::to_string(geometry.size()) + " " + std::to_string(kPreActions.size()) + " " +
+                std::to_string(postActions.size()),
+            message};
         record.insert(record.end(), tools.begin(), tools.end());
         record.push_back(expected.name);
         for (const Lines& lines : {valueLines(expected), geometry, kPreActions, postActions}) {
@@ -320,8 +319,9 @@ TEST_F(EveryKindTest, FiveAxisFirstLineMovesOnePlaceOnEveryRoundTrip) {
     Lines after = {"64 1 4 1 19 3 0", "Swarf"};
     const Lines& fresh = testsupport::freshToolRecord();
     after.insert(after.end(), fresh.begin(), fresh.end());
-    after.insert(after.end(),
-                 {"MILL_5AX", "2 3 4 5 6 7 8 9 10.5 11.5 12 13 14 15.5 16.5 17.5 18 19 2.14748e+09 ",
-                  "*Info 3 0 0 0 0 0 "});
+    after.insert(
+        after.end(),
+        {"MILL_5AX", "2 3 4 5 6 7 8 9 10.5 11.5 12 13 14 15.5 16.5 17.5 18 19 2.14748e+09 ",
+         "*Info 3 0 0 0 0 0 "});
     EXPECT_EQ(host().lines(7, 3), after);
 }

@@ -64,11 +64,19 @@ const std::vector<Outcome> kOutcomes = {
     {Fault::FailingOpen, Access::Write, "", kCannotOpen, {}, Afterwards::Unchanged},
     {Fault::ClosedBehind, Access::Read, "", kClosedBehind, {}, Afterwards::Unchanged},
     // The parameters count a record without their lines as a failed read.
-    {Fault::ClosedBehind, Access::Read, "Parameter", kClosedBehind,
-     {"Error in ParameterSection::readFromVDM()"}, Afterwards::Unchanged},
+    {Fault::ClosedBehind,
+     Access::Read,
+     "Parameter",
+     kClosedBehind,
+     {"Error in ParameterSection::readFromVDM()"},
+     Afterwards::Unchanged},
     {Fault::ClosedBehind, Access::Write, "", kClosedBehind, {}, Afterwards::Unchanged},
     // The message is written into the operation its read loaded, without loading it again.
-    {Fault::ClosedBehind, Access::Write, "Message", kClosedBehindWithoutLoading, {},
+    {Fault::ClosedBehind,
+     Access::Write,
+     "Message",
+     kClosedBehindWithoutLoading,
+     {},
      Afterwards::Unchanged},
     // Adds the host refuses are not counted: nothing is shown, the header counts what is there.
     {Fault::AddsFailAfter, Access::Write, "", {}, {}, Afterwards::SectionCutToAdds},
@@ -104,11 +112,11 @@ const std::vector<SectionSlot> kSections = {
     {"Message", 0},  {"ToolData", 1},     {"TurnToolData", 1, true}, {"Parameter", 2},
     {"Geometry", 3}, {"Additional_1", 4}, {"Additional_2", 5}};
 
-const std::vector<Kind> kKinds = {
-    Kind::PROFILE,  Kind::CORNER,   Kind::CHAMFER,   Kind::POCKET,   Kind::FACEMILL,
-    Kind::RESTMATL, Kind::DRILLING, Kind::POCCYCLE,  Kind::ENGRAVE,  Kind::THREADING,
-    Kind::TOOLS,    Kind::MEDITOR,  Kind::MOVING,    Kind::STD3DGEO, Kind::RSURFING,
-    Kind::MILL_5AX, Kind::SLOT,     Kind::UEDITOR_MAX};
+const std::vector<Kind> kKinds = {Kind::PROFILE,  Kind::CORNER,     Kind::CHAMFER,  Kind::POCKET,
+                                  Kind::FACEMILL, Kind::RESTMATL,   Kind::DRILLING, Kind::POCCYCLE,
+                                  Kind::ENGRAVE,  Kind::THREADING,  Kind::TOOLS,    Kind::MEDITOR,
+                                  Kind::MOVING,   Kind::STD3DGEO,   Kind::RSURFING, Kind::MILL_5AX,
+                                  Kind::SLOT,     Kind::UEDITOR_MAX};
 
 struct Cell {
     Kind kind;
@@ -120,11 +128,16 @@ struct Cell {
 
 const char* faultName(Fault fault) {
     switch (fault) {
-        case Fault::MissingStore: return "MissingStore";
-        case Fault::HeldElsewhere: return "HeldElsewhere";
-        case Fault::FailingOpen: return "FailingOpen";
-        case Fault::ClosedBehind: return "ClosedBehind";
-        case Fault::AddsFailAfter: return "AddsFailAfter";
+        case Fault::MissingStore:
+            return "MissingStore";
+        case Fault::HeldElsewhere:
+            return "HeldElsewhere";
+        case Fault::FailingOpen:
+            return "FailingOpen";
+        case Fault::ClosedBehind:
+            return "ClosedBehind";
+        case Fault::AddsFailAfter:
+            return "AddsFailAfter";
     }
     return "";
 }
@@ -149,12 +162,18 @@ velkhost::OfflineHost& host() {
 // The section of `op` that the slot names.
 SectionDictionary* sectionOf(const MillDrillOperation& op, const SectionSlot& slot) {
     switch (slot.storeSection) {
-        case -1: return op.getHeaderSection();
-        case 0: return op.getMessageSection();
-        case 1: return op.getToolSection();
-        case 2: return op.getParameterSection();
-        case 3: return op.getGeometrySection();
-        default: return op.getActionSection(slot.storeSection - 3);
+        case -1:
+            return op.getHeaderSection();
+        case 0:
+            return op.getMessageSection();
+        case 1:
+            return op.getToolSection();
+        case 2:
+            return op.getParameterSection();
+        case 3:
+            return op.getGeometrySection();
+        default:
+            return op.getActionSection(slot.storeSection - 3);
     }
 }
 
@@ -173,15 +192,18 @@ velkhost::Records writeSeededStore(Kind kind, bool turning) {
     host().setStore(kStore, {{"0 1 0"}, {"0 1 0"}, {"0 1 0"}});
     MillDrillOperation op(kind, kStore, kOperation);
     op.setMode(1);
-    op.getMessageSection()->createandsetLine(0, "Every section of " + millDrillOperationTypeToString(kind));
+    op.getMessageSection()->createandsetLine(
+        0, "Every section of " + millDrillOperationTypeToString(kind));
     if (!turning) {
         op.getToolSection()->setDefault();
         op.getToolSection()->setDouble("w_t_diam", 10.0);
         op.getToolSection()->setString("$_t_comment", "end mill");
     }
     op.getParameterSection()->setDefault();
-    op.getGeometrySection()->addVelkObjectParameter(1, "CONTOUR1", GeometrySectionType::OutlineFigure);
-    op.getGeometrySection()->addVelkObjectParameter(2, "X1 Y2 Z3", GeometrySectionType::OutlineFigure);
+    op.getGeometrySection()->addVelkObjectParameter(1, "CONTOUR1",
+                                                    GeometrySectionType::OutlineFigure);
+    op.getGeometrySection()->addVelkObjectParameter(2, "X1 Y2 Z3",
+                                                    GeometrySectionType::OutlineFigure);
     op.getActionSection(1)->addActionParameter(2, ActionType::Default, "M8");
     op.getActionSection(1)->addActionParameter(3, ActionType::Default, "call 'probe.mac' 3");
     op.getActionSection(2)->addActionParameter(2, ActionType::Default, "M9");
@@ -199,7 +221,8 @@ const velkhost::Records& seededStore(Kind kind, bool turning) {
     static std::map<std::pair<Kind, bool>, velkhost::Records> stores;
     auto found = stores.find({kind, turning});
     if (found == stores.end()) {
-        found = stores.emplace(std::make_pair(kind, turning), writeSeededStore(kind, turning)).first;
+        found =
+            stores.emplace(std::make_pair(kind, turning), writeSeededStore(kind, turning)).first;
     }
     return found->second;
 }
@@ -226,7 +249,8 @@ velkhost::Record cutSection(const velkhost::Record& record, int s, int lines) {
     for (int i = 0; i < s; ++i) {
         first += static_cast<std::size_t>(counts[static_cast<std::size_t>(i)]);
     }
-    velkhost::Record cut(record.begin(), record.begin() + static_cast<std::ptrdiff_t>(first + lines));
+    velkhost::Record cut(record.begin(),
+                         record.begin() + static_cast<std::ptrdiff_t>(first + lines));
     const std::size_t rest = first + static_cast<std::size_t>(counts[static_cast<std::size_t>(s)]);
     cut.insert(cut.end(), record.begin() + static_cast<std::ptrdiff_t>(rest), record.end());
     counts[static_cast<std::size_t>(s)] = lines;
@@ -242,8 +266,8 @@ velkhost::Record cutSection(const velkhost::Record& record, int s, int lines) {
 std::vector<Cell> allCells() {
     std::vector<Cell> cells;
     for (const Kind kind : kKinds) {
-        for (const Fault fault : {Fault::MissingStore, Fault::HeldElsewhere, Fault::FailingOpen,
-                                  Fault::ClosedBehind}) {
+        for (const Fault fault :
+             {Fault::MissingStore, Fault::HeldElsewhere, Fault::FailingOpen, Fault::ClosedBehind}) {
             cells.push_back({kind, kHeader, fault, Access::Read, 0});
         }
         for (const SectionSlot& section : kSections) {
@@ -267,11 +291,21 @@ std::vector<Cell> allCells() {
 
 void inject(const Cell& cell) {
     switch (cell.fault) {
-        case Fault::MissingStore: host().removeStore(kStore); break;
-        case Fault::HeldElsewhere: host().holdOpenElsewhere(kStore, true); break;
-        case Fault::FailingOpen: host().failOpen(kStore, true); break;
-        case Fault::ClosedBehind: host().closeBehindLibraryOnOpen(kStore, true); break;
-        case Fault::AddsFailAfter: host().failAddsAfter(kStore, cell.adds); break;
+        case Fault::MissingStore:
+            host().removeStore(kStore);
+            break;
+        case Fault::HeldElsewhere:
+            host().holdOpenElsewhere(kStore, true);
+            break;
+        case Fault::FailingOpen:
+            host().failOpen(kStore, true);
+            break;
+        case Fault::ClosedBehind:
+            host().closeBehindLibraryOnOpen(kStore, true);
+            break;
+        case Fault::AddsFailAfter:
+            host().failAddsAfter(kStore, cell.adds);
+            break;
     }
 }
 
@@ -330,8 +364,12 @@ TEST_P(FaultMatrixTest, NothingEscapesNoHandleStaysOpenAndTheUserIsToldExactly) 
         EXPECT_EQ(valuesOf(*section), before) << "a failed read keeps the section's values";
     }
     switch (expected.store) {
-        case Afterwards::NoStore: EXPECT_FALSE(host().hasStore(kStore)); break;
-        case Afterwards::Unchanged: EXPECT_EQ(host().records(kStore), seeded); break;
+        case Afterwards::NoStore:
+            EXPECT_FALSE(host().hasStore(kStore));
+            break;
+        case Afterwards::Unchanged:
+            EXPECT_EQ(host().records(kStore), seeded);
+            break;
         case Afterwards::SectionCutToAdds: {
             velkhost::Records cut = written;
             cut[kOperation] = cutSection(written[kOperation], cell.section.storeSection, cell.adds);
@@ -342,4 +380,6 @@ TEST_P(FaultMatrixTest, NothingEscapesNoHandleStaysOpenAndTheUserIsToldExactly) 
 }
 
 INSTANTIATE_TEST_SUITE_P(EverySectionOfEveryKind, FaultMatrixTest, ::testing::ValuesIn(allCells()),
-                         [](const ::testing::TestParamInfo<Cell>& cell) { return cellName(cell.param); });
+                         [](const ::testing::TestParamInfo<Cell>& cell) {
+                             return cellName(cell.param);
+                         });

@@ -29,8 +29,7 @@ struct Seen {
     std::string name;
     int segNo;
     bool operator==(const Seen& other) const {
-        return key == other.key && role == other.role && name == other.name &&
-               segNo == other.segNo;
+        return key == other.key && role == other.role && name == other.name && segNo == other.segNo;
     }
 };
 
@@ -119,8 +118,8 @@ TEST_F(GeometrySectionTest, ObjectsAreKeyedByNumberAndLowerCasedName) {
 TEST_F(GeometrySectionTest, AnObjectsDefaultIsInstanceOneOfTheFigureOfItsName) {
     host().setCadObject(cadObject(13, velkhost::kFigureObject, 2, 1));
     GeometrySection section(3);
-    section.addVelkObjectParameter(0, VelkObject("Contour_A", 0, VelkObjectType::Figure,
-                                                 Role::OutlineFigure));
+    section.addVelkObjectParameter(
+        0, VelkObject("Contour_A", 0, VelkObjectType::Figure, Role::OutlineFigure));
     section.setDefault();
     VelkObject object;
     section.getVelkObject("0000(contour_a)", object);
@@ -237,8 +236,8 @@ TEST_F(GeometrySectionTest, EveryIslandReadGoesToTheTraceLog) {
     section.readFromVDM(&op);
     LogFile::instance().setLevel(2);
     const std::string trace = testsupport::fileContent(LogFile::traceLogPath()).substr(before);
-    EXPECT_EQ(trace, "IslandsFigures Contour_A\nIslandsFigures " + withAttribute("CONTOUR1", 3) +
-                         "\n");
+    EXPECT_EQ(trace,
+              "IslandsFigures Contour_A\nIslandsFigures " + withAttribute("CONTOUR1", 3) + "\n");
 }
 
 TEST_F(GeometrySectionTest, ASectionWithoutLinesReadsNothing) {
@@ -302,8 +301,8 @@ TEST_F(GeometrySectionTest, AnEmptySectionIsWrittenEmptyAndCountsNothing) {
 }
 
 TEST_F(GeometrySectionTest, EveryFigureGroupRoundTripsToTheSameLines) {
-    const Texts lines = {"CONTOUR1", "X1.5 Y0 Z-2", withAttribute("CONTOUR1", 3), "G12",
-                         "XZ1", "XZ2"};
+    const Texts lines = {"CONTOUR1", "X1.5 Y0 Z-2", withAttribute("CONTOUR1", 3),
+                         "G12",      "XZ1",         "XZ2"};
     for (const Kind kind : {Kind::POCKET, Kind::FACEMILL, Kind::PROFILE}) {
         storeGeometry(lines);
         GeometryOperation op(1, 0, kind);
@@ -326,11 +325,10 @@ TEST_F(GeometrySectionTest, PlainListsNeitherReadNorWriteTheCounters) {
         op.parameters().setCounters(0, 5, 1, 1);
         GeometrySection section(3);
         section.readFromVDM(&op);
-        EXPECT_EQ(
-            objectsOf(section),
-            (std::vector<Seen>{{"0000(contour_a)", Role::OutlineFigure, "Contour_A", 12},
-                               {"0001(contour1)", Role::OutlineFigure, "CONTOUR1", 11},
-                               {"0002(g12)", Role::OutlineFigure, "G12", 30}}));
+        EXPECT_EQ(objectsOf(section),
+                  (std::vector<Seen>{{"0000(contour_a)", Role::OutlineFigure, "Contour_A", 12},
+                                     {"0001(contour1)", Role::OutlineFigure, "CONTOUR1", 11},
+                                     {"0002(g12)", Role::OutlineFigure, "G12", 30}}));
         section.writeToVDM(&op);
         EXPECT_EQ(storedLines(), recordOf(lines));
         EXPECT_EQ(op.parameters().counters(), (std::vector<int>{0, 5, 1, 1}));
@@ -350,7 +348,8 @@ TEST_F(GeometrySectionTest, EditorsKeepTheirMacroLinesAsTheyAre) {
         EXPECT_EQ(section.getString("0001"), "  CONTOUR1");
         section.setString("0002", "G1 X5");
         section.writeToVDM(&op);
-        EXPECT_EQ(storedLines(), (Texts{"4 1 4 0 0 0 4", "G0 X0 Y0", "  CONTOUR1", "G1 X5", "M30 "}));
+        EXPECT_EQ(storedLines(),
+                  (Texts{"4 1 4 0 0 0 4", "G0 X0 Y0", "  CONTOUR1", "G1 X5", "M30 "}));
         EXPECT_EQ(op.parameters().counters(), (std::vector<int>{0, 0, 0, 0}));
     }
 }

@@ -45,8 +45,8 @@ TEST_F(VelkObjectTest, APointFromCoordinatesIsFoundInTheDrawing) {
     const VelkObject point(1.5, 0.0, -2.0, Role::OutlineFigure);
     expectObject(point, Type::Point, "X1.5 Y0 Z-2", -1, 20);
     EXPECT_EQ(point.getSectiontype(), Role::OutlineFigure);
-    expectObject(VelkObject(10.0, -0.25, -0.0, Role::OutlineFigure), Type::Point,
-                 "X10 Y-0.25 Z0", -1, -1);
+    expectObject(VelkObject(10.0, -0.25, -0.0, Role::OutlineFigure), Type::Point, "X10 Y-0.25 Z0",
+                 -1, -1);
 }
 
 TEST_F(VelkObjectTest, AFigureByNameIsTheWholeFigureOrOneInstance) {
@@ -57,19 +57,19 @@ TEST_F(VelkObjectTest, AFigureByNameIsTheWholeFigureOrOneInstance) {
     expectObject(VelkObject("CONTOUR1", 4, Type::Figure, Role::IslandFigure), Type::Figure,
                  "CONTOUR1", 4, -1);
     host().resetCallCounts();
-    expectObject(VelkObject("NOPE", 0, Type::Figure, Role::OutlineFigure), Type::Figure, "NOPE",
-                 0, -1);
+    expectObject(VelkObject("NOPE", 0, Type::Figure, Role::OutlineFigure), Type::Figure, "NOPE", 0,
+                 -1);
     EXPECT_EQ(host().callCount("VelkGetFigureObject"), 0);
 }
 
 TEST_F(VelkObjectTest, ANonCadObjectByNameIsLookedUpByItsNumber) {
-    expectObject(VelkObject("G12", 0, Type::NonCadObject, Role::OutlineFigure),
-                 Type::NonCadObject, "G12", 0, 30);
-    expectObject(VelkObject("G13", 0, Type::NonCadObject, Role::OutlineFigure),
-                 Type::NonCadObject, "G13", 0, -1);
+    expectObject(VelkObject("G12", 0, Type::NonCadObject, Role::OutlineFigure), Type::NonCadObject,
+                 "G12", 0, 30);
+    expectObject(VelkObject("G13", 0, Type::NonCadObject, Role::OutlineFigure), Type::NonCadObject,
+                 "G13", 0, -1);
     host().resetCallCounts();
-    expectObject(VelkObject("G-1", 0, Type::NonCadObject, Role::OutlineFigure),
-                 Type::NonCadObject, "G-1", 0, -1);
+    expectObject(VelkObject("G-1", 0, Type::NonCadObject, Role::OutlineFigure), Type::NonCadObject,
+                 "G-1", 0, -1);
     expectObject(VelkObject("G", 0, Type::NonCadObject, Role::OutlineFigure), Type::NonCadObject,
                  "G", 0, -1);
     EXPECT_EQ(host().callCount("VelkGetNonCadObject"), 0);
@@ -141,35 +141,34 @@ TEST_F(VelkObjectTest, APointNeedsAllThreeAxes) {
     expectObject(VelkObject("x1 y2 z3", Role::OutlineFigure), Type::Point, "X1 Y2 Z3", -1, -1);
     expectObject(VelkObject("X1,5 Y0 Z-2", Role::OutlineFigure), Type::Point, "X1.5 Y0 Z-2", -1,
                  20);
-    expectObject(VelkObject("Z-2 X1.50 Y0.0", Role::OutlineFigure), Type::Point, "X1.5 Y0 Z-2",
-                 -1, 20);
+    expectObject(VelkObject("Z-2 X1.50 Y0.0", Role::OutlineFigure), Type::Point, "X1.5 Y0 Z-2", -1,
+                 20);
     expectObject(VelkObject("X1 Y2", Role::OutlineFigure), Type::Figure, "X1 Y2", 0, -1);
 }
 
 TEST_F(VelkObjectTest, AFigureWithItsAttribute) {
     expectObject(VelkObject(withAttribute("CONTOUR1", 3), Role::IslandFigure), Type::Figure,
                  "CONTOUR1", 3, 11);
-    expectObject(VelkObject("CONTOUR1 #attrib#= 3", Role::IslandFigure), Type::Figure,
-                 "CONTOUR1", 3, 11);
-    expectObject(VelkObject("CONTOUR1 #Attrib#   =3", Role::IslandFigure), Type::Figure,
-                 "CONTOUR1", 3, 11);
-    expectObject(VelkObject("CONTOUR1 #ATTRIB#= 0", Role::OutlineFigure), Type::Figure,
-                 "CONTOUR1", 0, 10);
+    expectObject(VelkObject("CONTOUR1 #attrib#= 3", Role::IslandFigure), Type::Figure, "CONTOUR1",
+                 3, 11);
+    expectObject(VelkObject("CONTOUR1 #Attrib#   =3", Role::IslandFigure), Type::Figure, "CONTOUR1",
+                 3, 11);
+    expectObject(VelkObject("CONTOUR1 #ATTRIB#= 0", Role::OutlineFigure), Type::Figure, "CONTOUR1",
+                 0, 10);
 }
 
 TEST_F(VelkObjectTest, TheCharacterBeforeTheMarkerIsDropped) {
-    expectObject(VelkObject("CONTOUR1X#ATTRIB#= 3", Role::IslandFigure), Type::Figure,
-                 "CONTOUR1", 3, 11);
-    expectObject(VelkObject("#ATTRIB#= 3", Role::IslandFigure), Type::Figure, "#ATTRIB#= 3", 3,
-                 -1);
+    expectObject(VelkObject("CONTOUR1X#ATTRIB#= 3", Role::IslandFigure), Type::Figure, "CONTOUR1",
+                 3, 11);
+    expectObject(VelkObject("#ATTRIB#= 3", Role::IslandFigure), Type::Figure, "#ATTRIB#= 3", 3, -1);
 }
 
 TEST_F(VelkObjectTest, AMarkerWithoutAttributeLeavesTheFigureUnresolved) {
     host().resetCallCounts();
-    expectObject(VelkObject("CONTOUR1  #ATTRIB# 3", Role::IslandFigure), Type::Figure,
-                 "CONTOUR1 ", 0, -1);
-    expectObject(VelkObject("CONTOUR1 #ATTRIB#= x", Role::IslandFigure), Type::Figure,
-                 "CONTOUR1", 0, -1);
+    expectObject(VelkObject("CONTOUR1  #ATTRIB# 3", Role::IslandFigure), Type::Figure, "CONTOUR1 ",
+                 0, -1);
+    expectObject(VelkObject("CONTOUR1 #ATTRIB#= x", Role::IslandFigure), Type::Figure, "CONTOUR1",
+                 0, -1);
     EXPECT_EQ(host().callCount("VelkGetFigure"), 0);
 }
 
@@ -222,7 +221,8 @@ TEST_F(VelkObjectTest, WithoutHostObjectTheObjectsOwnTextIsGiven) {
               withAttribute("CONTOUR9", 3));
     EXPECT_EQ(VelkObject(" G007", Role::OutlineFigure).toString(), "G7");
     EXPECT_EQ(VelkObject("x7 y8 z9", Role::OutlineFigure).toString(), "X7 Y8 Z9");
-    EXPECT_EQ(VelkObject("X1.50 Y2", -1, Type::Point, Role::OutlineFigure).toString(), "X1.5 Y2 Z0");
+    EXPECT_EQ(VelkObject("X1.50 Y2", -1, Type::Point, Role::OutlineFigure).toString(),
+              "X1.5 Y2 Z0");
     EXPECT_EQ(VelkObject("somewhere", -1, Type::Point, Role::OutlineFigure).toString(),
               "somewhere");
 }

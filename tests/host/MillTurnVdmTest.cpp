@@ -215,8 +215,7 @@ TEST_F(MillTurnVdmTest, WriteSectionReplacesTheLinesAndTheirCount) {
     EXPECT_TRUE(vdm.WriteSection(1, {"a", "b", "c"}));
     EXPECT_TRUE(vdm.WriteSection(4, {"d"}));
     vdm.Close();
-    EXPECT_EQ(host().lines(9, 0),
-              (Lines{"4 1 5 1 3 1 0 1", "msg", "a", "b", "c", "POCKET", "d"}));
+    EXPECT_EQ(host().lines(9, 0), (Lines{"4 1 5 1 3 1 0 1", "msg", "a", "b", "c", "POCKET", "d"}));
 }
 
 TEST_F(MillTurnVdmTest, DeleteSectionKeepsTheHeaderPlaceOfASectionWithLinesAfterIt) {

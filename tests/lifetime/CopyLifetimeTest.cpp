@@ -110,7 +110,7 @@ void checkSectionWithDefaults(Arguments... arguments) {
 std::string readOperation(const MillDrillOperation& operation) {
     std::string text;
     const std::vector<std::pair<SectionType, int>> keys = {
-        {SectionType::Header, 0},   {SectionType::ToolData, 0},   {SectionType::Message, 0},
+        {SectionType::Header, 0},    {SectionType::ToolData, 0}, {SectionType::Message, 0},
         {SectionType::Parameter, 0}, {SectionType::Geometry, 0}, {SectionType::Additional, 1},
         {SectionType::Additional, 2}};
     for (const auto& [type, number] : keys) {
@@ -186,8 +186,8 @@ TEST_F(CopyLifetimeTest, ObjectsAndActions) {
 TEST_F(CopyLifetimeTest, Entries) {
     destroyCopiesInEveryOrder<SectionValue>(
         [](std::optional<SectionValue>& slot, int variant) {
-            slot.emplace(101, 0, "w_depth", new DoubleValue(-2.5 - variant),
-                         new DoubleValue(0.0), ValueDataType::Double, false);
+            slot.emplace(101, 0, "w_depth", new DoubleValue(-2.5 - variant), new DoubleValue(0.0),
+                         ValueDataType::Double, false);
         },
         [](const SectionValue& entry) { return entry.getValueAsString(); });
     destroyCopiesInEveryOrder<SectionValue>(

@@ -171,8 +171,10 @@ TEST_F(DrawingTest, AnEmptyDrawingIsNotSaved) {
 
 TEST_F(DrawingTest, ABadDrawingIsOneClearErrorAndKeepsTheProjectLoadedBefore) {
     EXPECT_EQ(loadError("[]"), "demo.json: /cad: expected an object");
-    EXPECT_EQ(loadError(R"({"layers": []})"), "demo.json: /cad/layers: expected one of figures, objects");
-    EXPECT_EQ(loadError(R"({"figures": {}})"), "demo.json: /cad/figures: expected a list of figures");
+    EXPECT_EQ(loadError(R"({"layers": []})"),
+              "demo.json: /cad/layers: expected one of figures, objects");
+    EXPECT_EQ(loadError(R"({"figures": {}})"),
+              "demo.json: /cad/figures: expected a list of figures");
     EXPECT_EQ(loadError(R"({"figures": [{"number": 1}]})"),
               "demo.json: /cad/figures/0: expected a figure with a number and a name");
     EXPECT_EQ(loadError(R"({"figures": [{"number": 0, "name": "A"}]})"),
@@ -181,8 +183,9 @@ TEST_F(DrawingTest, ABadDrawingIsOneClearErrorAndKeepsTheProjectLoadedBefore) {
               "demo.json: /cad/figures/0/name: expected a figure name");
     EXPECT_EQ(loadError(R"({"figures": [{"number": 1, "name": "A"}, {"number": 1, "name": "B"}]})"),
               "demo.json: /cad/figures/1/number: expected a figure number not used before");
-    EXPECT_EQ(loadError(R"({"figures": [{"number": 1, "name": "A"}, {"number": 2, "name": "A"}]})"),
-              "demo.json: /cad/figures/1/name: expected a figure name, not empty and not used before");
+    EXPECT_EQ(
+        loadError(R"({"figures": [{"number": 1, "name": "A"}, {"number": 2, "name": "A"}]})"),
+        "demo.json: /cad/figures/1/name: expected a figure name, not empty and not used before");
     EXPECT_EQ(loadError(R"({"figures": [{"number": 1, "name": "A", "colour": 2}]})"),
               "demo.json: /cad/figures/0/colour: expected one of number, name");
     EXPECT_EQ(loadError(R"({"objects": {}})"),

@@ -356,12 +356,14 @@ TEST_F(ProjectFileTest, ARepeatedKeyIsRefused) {
 TEST_F(ProjectFileTest, ANulByteIsRefusedWhereverItIs) {
     EXPECT_EQ(loadError(std::string(R"({"globals": {}})") + '\0' + "garbage"),
               "demo.json: not valid JSON: a NUL byte at byte 15");
-    const fs::path path = writeFile("with-a-nul-byte.json", std::string(R"({"stores": {}})") + '\0');
+    const fs::path path =
+        writeFile("with-a-nul-byte.json", std::string(R"({"stores": {}})") + '\0');
     try {
         host.loadProject(path.string());
         ADD_FAILURE() << "loaded";
     } catch (const ProjectError& error) {
-        EXPECT_EQ(std::string(error.what()), path.string() + ": not valid JSON: a NUL byte at byte 14");
+        EXPECT_EQ(std::string(error.what()),
+                  path.string() + ": not valid JSON: a NUL byte at byte 14");
     }
 }
 
@@ -438,7 +440,8 @@ TEST_F(ProjectFileTest, SavingToAnUnwritablePathIsReported) {
         host.saveProject(path);
         FAIL() << "saved into a missing folder";
     } catch (const ProjectError& error) {
-        EXPECT_EQ(std::string(error.what()), path + ": cannot be written: no new file can be made in its folder");
+        EXPECT_EQ(std::string(error.what()),
+                  path + ": cannot be written: no new file can be made in its folder");
     }
 }
 
@@ -471,8 +474,9 @@ TEST_F(ProjectFileTest, EveryByteOfATextIsSavedAndLoadedUnchanged) {
 
 TEST_F(ProjectFileTest, BytesAreSavedAsTheirWindows1252Characters) {
     host.setStore(1, {{"\xB0 \xE4 \x80 \x81 \x9F \x01"}});
-    EXPECT_NE(host.projectText().find("\"\xC2\xB0 \xC3\xA4 \xE2\x82\xAC \xC2\x81 \xC5\xB8 \\u0001\""),
-              std::string::npos)
+    EXPECT_NE(
+        host.projectText().find("\"\xC2\xB0 \xC3\xA4 \xE2\x82\xAC \xC2\x81 \xC5\xB8 \\u0001\""),
+        std::string::npos)
         << host.projectText();
 }
 
@@ -511,7 +515,6 @@ TEST_F(ProjectFileTest, ACaptureBlockIsLoadedAndSavedBack) {
               "demo.json: /capture/when: expected one of taken, library, missingExports");
 }
 
-
 // The exports a captured session's host lacked stay missing when the capture is loaded: each
 // call goes to "VelkMissingAPI" and takes its answer; the other exports answer as always.
 TEST_F(ProjectFileTest, TheExportsACaptureListsAsMissingStayMissing) {
@@ -547,7 +550,6 @@ TEST_F(ProjectFileTest, TheExportsACaptureListsAsMissingStayMissing) {
     EXPECT_EQ(VelkMacroVdmExists(1), 1);  // a project without the capture block has them all
     EXPECT_EQ(host.missingApiCalls(), 0);
 }
-
 
 TEST_F(ProjectFileTest, TheStoresAreCheckedAtEveryLevel) {
     EXPECT_EQ(loadError(R"({"stores": 1})"), "demo.json: /stores: expected an object");
@@ -621,18 +623,20 @@ TEST_F(ProjectFileTest, NumbersAreSavedInTheirShortestExactForm) {
 }
 
 TEST_F(ProjectFileTest, EveryByteIsSavedAsItsEscapeOrCharacter) {
-    std::string expected = "\\u0001\\u0002\\u0003\\u0004\\u0005\\u0006\\u0007\\b\\t\\n\\u000b\\f\\r"
-                           "\\u000e\\u000f\\u0010\\u0011\\u0012\\u0013\\u0014\\u0015\\u0016\\u0017"
-                           "\\u0018\\u0019\\u001a\\u001b\\u001c\\u001d\\u001e\\u001f !\\\"#$%&'()*+,-./"
-                           "0123456789:;<=>?@ABCDEFGHIJKLMNOPQRSTUVWXYZ[\\\\]^_`"
-                           "abcdefghijklmnopqrstuvwxyz{|}~\x7F";
+    std::string expected =
+        "\\u0001\\u0002\\u0003\\u0004\\u0005\\u0006\\u0007\\b\\t\\n\\u000b\\f\\r"
+        "\\u000e\\u000f\\u0010\\u0011\\u0012\\u0013\\u0014\\u0015\\u0016\\u0017"
+        "\\u0018\\u0019\\u001a\\u001b\\u001c\\u001d\\u001e\\u001f !\\\"#$%&'()*+,-./"
+        "0123456789:;<=>?@ABCDEFGHIJKLMNOPQRSTUVWXYZ[\\\\]^_`"
+        "abcdefghijklmnopqrstuvwxyz{|}~\x7F";
     for (int byte = 0x80; byte <= 0xFF; ++byte) {
         expected += VelkApi::host::codepage::toUtf8(std::string(1, static_cast<char>(byte)));
     }
     host.setStore(1, {{everyByte()}});
-    EXPECT_EQ(host.projectText(), "{\n  \"environment\": {},\n  \"globals\": {},\n  \"stores\": {\n"
-                                  "    \"1\": [\n      [\n        \"" +
-                                      expected + "\"\n      ]\n    ]\n  }\n}\n");
+    EXPECT_EQ(host.projectText(),
+              "{\n  \"environment\": {},\n  \"globals\": {},\n  \"stores\": {\n"
+              "    \"1\": [\n      [\n        \"" +
+                  expected + "\"\n      ]\n    ]\n  }\n}\n");
 }
 
 TEST_F(ProjectFileTest, ALargeProjectIsSavedAndLoadedBackUnchanged) {
@@ -679,10 +683,9 @@ TEST_F(ProjectFileTest, LoadingTellsHowFarItHasComeEveryMegabyteAndAtTheEnd) {
 TEST_F(ProjectFileTest, AFailedLoadStopsItsProgress) {
     std::vector<std::size_t> reports;
     const std::string path = writeFile("bad.json", R"({"stores": {"1": [[7]]}})").string();
-    EXPECT_THROW(host.loadProject(path, [&](std::size_t read, std::size_t) {
-        reports.push_back(read);
-    }),
-                 ProjectError);
+    EXPECT_THROW(
+        host.loadProject(path, [&](std::size_t read, std::size_t) { reports.push_back(read); }),
+        ProjectError);
     EXPECT_TRUE(reports.empty());
 }
 

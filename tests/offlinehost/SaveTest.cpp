@@ -20,8 +20,8 @@ class SaveTest : public OfflineHostTest {
   protected:
     void SetUp() override {
         OfflineHostTest::SetUp();
-        folder = fs::temp_directory_path() /
-                 ("velkhost-save-" + std::to_string(std::random_device()()));
+        folder =
+            fs::temp_directory_path() / ("velkhost-save-" + std::to_string(std::random_device()()));
         fs::create_directories(folder);
         host.setStore(7, {{"OP 1 NEW", "a=1"}});
     }

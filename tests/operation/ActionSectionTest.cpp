@@ -87,20 +87,20 @@ TEST_F(ActionSectionTest, ThePreOperationListIsWrittenWithItsMarkerAndKinds) {
     section.addActionParameter(2, kind(5), "M8");
     section.addActionParameter(3, kind(1), "call 'probe.mac'");
     section.writeToVDM(&op);
-    EXPECT_EQ(stored(), (Texts{"4 1 5 1 0 1 0 4", "message", "POCKET", "###PREOPERATION###",
-                               "5 1 ", "M8", "call 'probe.mac'"}));
+    EXPECT_EQ(stored(), (Texts{"4 1 5 1 0 1 0 4", "message", "POCKET", "###PREOPERATION###", "5 1 ",
+                               "M8", "call 'probe.mac'"}));
     EXPECT_FALSE(op.getVDM()->isOpen());
 }
 
 TEST_F(ActionSectionTest, ThePostOperationListHasItsOwnMarker) {
-    host().setStore(1, {{"4 1 5 1 0 1 0 3", "message", "POCKET", "###PREOPERATION###", "5 ",
-                         "M8"}});
+    host().setStore(1,
+                    {{"4 1 5 1 0 1 0 3", "message", "POCKET", "###PREOPERATION###", "5 ", "M8"}});
     StoredOperation op(1, 0);
     ActionSection section(kPost, 5);
     section.addActionParameter(2, kind(2), "M9");
     section.writeToVDM(&op);
-    EXPECT_EQ(stored(), (Texts{"4 1 6 1 0 1 0 3 3", "message", "POCKET", "###PREOPERATION###",
-                               "5 ", "M8", "###POSTOPERATION###", "2 ", "M9"}));
+    EXPECT_EQ(stored(), (Texts{"4 1 6 1 0 1 0 3 3", "message", "POCKET", "###PREOPERATION###", "5 ",
+                               "M8", "###POSTOPERATION###", "2 ", "M9"}));
 }
 
 TEST_F(ActionSectionTest, TenActionsAreWrittenInTheOrderOfTheirNames) {
@@ -112,13 +112,13 @@ TEST_F(ActionSectionTest, TenActionsAreWrittenInTheOrderOfTheirNames) {
     }
     section.writeToVDM(&op);
     EXPECT_EQ(stored(), (Texts{"4 1 5 1 0 1 0 12", "message", "POCKET", "###PREOPERATION###",
-                               "10 11 2 3 4 5 6 7 8 9 ", "c10", "c11", "c2", "c3", "c4", "c5",
-                               "c6", "c7", "c8", "c9"}));
+                               "10 11 2 3 4 5 6 7 8 9 ", "c10", "c11", "c2", "c3", "c4", "c5", "c6",
+                               "c7", "c8", "c9"}));
 }
 
 TEST_F(ActionSectionTest, ReadingNumbersTheActionsFromTwo) {
-    host().setStore(1, {{"4 1 6 0 0 0 0 0 5", "###POSTOPERATION###", "3 7 ", "first", "second",
-                         "third"}});
+    host().setStore(
+        1, {{"4 1 6 0 0 0 0 0 5", "###POSTOPERATION###", "3 7 ", "first", "second", "third"}});
     StoredOperation op(1, 0);
     ActionSection section(kPost, 5);
     section.readFromVDM(&op);

@@ -17,13 +17,13 @@ class MillDrillOperationTest : public testsupport::HostTest {
         host().setEnvironment("TURNDRIVENTOOLS", "1");
         host().setGlobal("w_setup_cle", 2.5);
         host().setGlobal("w_setup_ret", 12.0);
-        host().setStore(1, {{"0 1 1 1", "setup"},
-                            {"0 1 1 1", "origin"},
-                            {"0 1 1 1", "tool change"},
-                            {"5 1 3 1 2 3", "Holes", "1 5", "8.5 0 118", "DRILLING",
-                             "4 83 1 2 2 -20 ", ""},
-                            {"4 1 3 1 0 1", "Spiral", "SPIRAL"},
-                            {"15 1 3 1 0 3", "Cycle", "POCCYCLE", "1 2 1 ", ""}});
+        host().setStore(
+            1, {{"0 1 1 1", "setup"},
+                {"0 1 1 1", "origin"},
+                {"0 1 1 1", "tool change"},
+                {"5 1 3 1 2 3", "Holes", "1 5", "8.5 0 118", "DRILLING", "4 83 1 2 2 -20 ", ""},
+                {"4 1 3 1 0 1", "Spiral", "SPIRAL"},
+                {"15 1 3 1 0 3", "Cycle", "POCCYCLE", "1 2 1 ", ""}});
     }
 
     static Texts sectionNames(const OperationBase& op) {
@@ -194,8 +194,7 @@ TEST_F(MillDrillOperationTest, GeometryAndActionsAreReadAndWrittenInTheirPlaces)
     EXPECT_EQ(record[0], "5 1 6 1 19 3 3 0 3");
     EXPECT_EQ(record[3 + tool].substr(0, 7), "3 83 1 ");
     EXPECT_EQ(Texts(record.begin() + 5 + tool, record.end()),
-              (Texts{"X10 Y10 Z0", "X20 Y10 Z0", "X30 Y10 Z0", "###POSTOPERATION###", "5 ",
-                     "M9"}));
+              (Texts{"X10 Y10 Z0", "X20 Y10 Z0", "X30 Y10 Z0", "###POSTOPERATION###", "5 ", "M9"}));
     EXPECT_EQ(host().lines(1, 4), Texts{"4 1 0"});
     EXPECT_EQ(host().callCount("VelkMacroVdmOpen"), host().callCount("VelkMacroVdmClose"));
     EXPECT_TRUE(boxes().empty());

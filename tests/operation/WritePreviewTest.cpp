@@ -17,11 +17,11 @@ using Texts = std::vector<std::string>;
 namespace {
 
 // Every machining kind with a host number (kind 15 has none: the library cannot write it).
-const std::vector<Kind> kKinds = {
-    Kind::PROFILE,   Kind::CORNER, Kind::CHAMFER, Kind::POCKET,  Kind::FACEMILL,
-    Kind::RESTMATL,  Kind::DRILLING, Kind::POCCYCLE, Kind::ENGRAVE, Kind::THREADING,
-    Kind::TOOLS,     Kind::MEDITOR, Kind::MOVING, Kind::STD3DGEO, Kind::RSURFING,
-    Kind::MILL_5AX,  Kind::SLOT, Kind::UEDITOR_MAX};
+const std::vector<Kind> kKinds = {Kind::PROFILE,  Kind::CORNER,     Kind::CHAMFER,  Kind::POCKET,
+                                  Kind::FACEMILL, Kind::RESTMATL,   Kind::DRILLING, Kind::POCCYCLE,
+                                  Kind::ENGRAVE,  Kind::THREADING,  Kind::TOOLS,    Kind::MEDITOR,
+                                  Kind::MOVING,   Kind::STD3DGEO,   Kind::RSURFING, Kind::MILL_5AX,
+                                  Kind::SLOT,     Kind::UEDITOR_MAX};
 
 // Pocket cycles and threading are written with one value line and read with room for a second,
 // the project's: the next write adds it, unset, and changes no value.
@@ -151,9 +151,8 @@ TEST_F(WritePreviewTest, ARecordTheLibraryWroteKeepsEverythingButTheFiveAxisShif
 
 TEST_F(WritePreviewTest, SectionsComeInTheOrderTheOperationWritesThem) {
     writeNew(Kind::POCKET);
-    EXPECT_EQ(namesOf(previewOfStored()),
-              (Texts{"Additional_1", "Additional_2", "Geometry", "Message", "Parameter",
-                     "ToolData"}));
+    EXPECT_EQ(namesOf(previewOfStored()), (Texts{"Additional_1", "Additional_2", "Geometry",
+                                                 "Message", "Parameter", "ToolData"}));
 }
 
 TEST_F(WritePreviewTest, AnEditedValueChangesItsSectionAsSetAndNoOther) {
@@ -190,11 +189,11 @@ TEST_F(WritePreviewTest, ThePreviewWritesNothing) {
 }
 
 TEST_F(WritePreviewTest, TheFiveAxisShiftNamesEveryValueOfTheFirstLine) {
-    storeRecord(64, {{"5 axis"},
-                     testsupport::freshToolRecord(),
-                     {"MILL_5AX",
-                      "0 1 2147483647 2147483647 0 202012 3 0.05 5 0 0 1 0 0 3 0 0 1 0 0.001 ",
-                      "*Info 3 0 0 0 0 0 "}});
+    storeRecord(
+        64, {{"5 axis"},
+             testsupport::freshToolRecord(),
+             {"MILL_5AX", "0 1 2147483647 2147483647 0 202012 3 0.05 5 0 0 1 0 0 3 0 0 1 0 0.001 ",
+              "*Info 3 0 0 0 0 0 "}});
     const SectionWrite parameters = sectionOf(previewOfStored(), "Parameter");
     EXPECT_EQ(parameters.outcome, WriteOutcome::BeyondSet);
     ASSERT_FALSE(parameters.changes.empty());
@@ -207,8 +206,8 @@ TEST_F(WritePreviewTest, TheFiveAxisShiftNamesEveryValueOfTheFirstLine) {
 }
 
 TEST_F(WritePreviewTest, GeometryOfAKindWithoutFigureCountersIsLost) {
-    storeRecord(4, {{"engrave"}, testsupport::freshToolRecord(), {"ENGRAVE", "2147483647 "},
-                    {"OUTER"}});
+    storeRecord(
+        4, {{"engrave"}, testsupport::freshToolRecord(), {"ENGRAVE", "2147483647 "}, {"OUTER"}});
     const SectionWrite geometry = sectionOf(previewOfStored(), "Geometry");
     EXPECT_EQ(geometry.outcome, WriteOutcome::BeyondSet);
     EXPECT_EQ(geometry.storedLines, Texts{"OUTER"});

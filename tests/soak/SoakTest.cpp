@@ -34,11 +34,11 @@ constexpr int kStore = 7;
 constexpr int kFirstOperation = 3;  // the host's first three records are not operations
 constexpr int kOperations = 8;
 
-const std::vector<Kind> kKinds = {
-    Kind::PROFILE,  Kind::CORNER,   Kind::CHAMFER,   Kind::POCKET,   Kind::FACEMILL,
-    Kind::RESTMATL, Kind::DRILLING, Kind::POCCYCLE,  Kind::ENGRAVE,  Kind::THREADING,
-    Kind::TOOLS,    Kind::MEDITOR,  Kind::MOVING,    Kind::STD3DGEO, Kind::RSURFING,
-    Kind::MILL_5AX, Kind::SLOT,     Kind::UEDITOR_MAX};
+const std::vector<Kind> kKinds = {Kind::PROFILE,  Kind::CORNER,     Kind::CHAMFER,  Kind::POCKET,
+                                  Kind::FACEMILL, Kind::RESTMATL,   Kind::DRILLING, Kind::POCCYCLE,
+                                  Kind::ENGRAVE,  Kind::THREADING,  Kind::TOOLS,    Kind::MEDITOR,
+                                  Kind::MOVING,   Kind::STD3DGEO,   Kind::RSURFING, Kind::MILL_5AX,
+                                  Kind::SLOT,     Kind::UEDITOR_MAX};
 
 // The counters that say how many figures the geometry section holds: they describe that
 // section rather than hold a free value.
@@ -109,9 +109,11 @@ class Soak {
         const std::string logged = log.appended();
         const auto boxes = host().messageBoxes();
         if (!logged.empty() || !boxes.empty()) {
-            failure = why.str() + "logged \"" + logged + "\", " + std::to_string(boxes.size()) +
-                      " message boxes" +
-                      (boxes.empty() ? "" : ", the first \"" + boxes[0].caption + "|" + boxes[0].text + "\"");
+            failure =
+                why.str() + "logged \"" + logged + "\", " + std::to_string(boxes.size()) +
+                " message boxes" +
+                (boxes.empty() ? ""
+                               : ", the first \"" + boxes[0].caption + "|" + boxes[0].text + "\"");
             return false;
         }
         return true;
@@ -126,9 +128,12 @@ class Soak {
 
     static SectionDictionary& sectionOf(const MillDrillOperation& op, Edited edited) {
         switch (edited) {
-            case Edited::Message: return *op.getMessageSection();
-            case Edited::Tool: return *op.getToolSection();
-            case Edited::Parameter: break;
+            case Edited::Message:
+                return *op.getMessageSection();
+            case Edited::Tool:
+                return *op.getToolSection();
+            case Edited::Parameter:
+                break;
         }
         return *op.getParameterSection();
     }

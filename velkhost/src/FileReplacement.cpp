@@ -60,7 +60,9 @@ bool isReadOnly(const fs::file_status& status) {
 class NewFile : public std::streambuf {
   public:
     explicit NewFile(fs::path path)
-        : filePath(std::move(path)), removeOnInterrupt(filePath.string()), file(filePath.string()),
+        : filePath(std::move(path)),
+          removeOnInterrupt(filePath.string()),
+          file(filePath.string()),
           buffer(kBufferSize) {
         setp(buffer.data(), buffer.data() + buffer.size());
     }
@@ -126,8 +128,7 @@ void removeAbandonedNewFiles(const fs::path& target) {
     const std::string projectName = target.filename().string();
     const fs::path folder = target.has_parent_path() ? target.parent_path() : fs::path(".");
     std::error_code error;
-    for (fs::directory_iterator it(folder, error), end; !error && it != end;
-         it.increment(error)) {
+    for (fs::directory_iterator it(folder, error), end; !error && it != end; it.increment(error)) {
         if (isNewFileNameOf(it->path().filename().string(), projectName)) {
             platform::removeIfAbandoned(it->path().string());
         }

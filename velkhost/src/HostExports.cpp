@@ -39,9 +39,9 @@ Result standInFor() {
 }  // namespace
 
 // Returns the stand-in's answer from an exported function the loaded capture lists as missing.
-#define VELKHOST_UNLESS_MISSING(Result)                       \
+#define VELKHOST_UNLESS_MISSING(Result)                        \
     if (velkhost::detail::hostState().lacksExport(__func__)) { \
-        return standInFor<Result>();                         \
+        return standInFor<Result>();                           \
     }
 
 extern "C" {

@@ -58,9 +58,9 @@ class JsonPathTracker {
   private:
     struct Frame {
         bool isList;
-        std::size_t count;  // a list's values so far
-        std::string place;  // its key or index in the one it is in
-        std::string key;    // an object's last key
+        std::size_t count;           // a list's values so far
+        std::string place;           // its key or index in the one it is in
+        std::string key;             // an object's last key
         std::set<std::string> keys;  // an object's keys so far
     };
 

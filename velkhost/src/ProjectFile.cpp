@@ -418,8 +418,7 @@ class ProjectReader {
     }
 
     Pointer linePath() const {
-        return Pointer() / "stores" / storeKey / (records->size() - 1) /
-               records->back().size();
+        return Pointer() / "stores" / storeKey / (records->size() - 1) / records->back().size();
     }
 
     // The parser's messages start with a tag such as "[json.exception.parse_error.101] ".

@@ -28,8 +28,8 @@ int main(int argc, char** argv) {
         host.loadProject(argv[1]);
         const pocketsteps::Report report = pocketsteps::setPocketDepthSteps(store);
         for (const pocketsteps::Change& change : report.changed) {
-            std::cout << "operation " << change.operation << ": "
-                      << pocketsteps::actionText(change) << "\n";
+            std::cout << "operation " << change.operation << ": " << pocketsteps::actionText(change)
+                      << "\n";
         }
         for (const int operation : report.withoutToolDiameter) {
             std::cout << "operation " << operation

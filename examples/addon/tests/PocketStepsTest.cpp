@@ -98,9 +98,8 @@ TEST_F(PocketStepsTest, NamesTheChangeInAnActionAfterThePocket) {
 TEST_F(PocketStepsTest, KeepsTheActionsThatWereThere) {
     pocketsteps::setPocketDepthSteps(kStore);
 
-    EXPECT_EQ(lastLines(5, 4),
-              (std::vector<std::string>{"###POSTOPERATION###", "5 5 ", "M9",
-                                        "(depth step 3 mm: half the 6 mm tool)"}));
+    EXPECT_EQ(lastLines(5, 4), (std::vector<std::string>{"###POSTOPERATION###", "5 5 ", "M9",
+                                                         "(depth step 3 mm: half the 6 mm tool)"}));
 }
 
 TEST_F(PocketStepsTest, LeavesAPocketWithoutToolDiameterAndOtherKindsAsTheyWere) {

@@ -16,7 +16,9 @@ namespace velkhost::detail::platform {
 
 namespace {
 
-int descriptor(std::intptr_t handle) { return static_cast<int>(handle); }
+int descriptor(std::intptr_t handle) {
+    return static_cast<int>(handle);
+}
 
 }  // namespace
 
@@ -34,7 +36,9 @@ NewFileHandle::~NewFileHandle() {
     }
 }
 
-bool NewFileHandle::isOpen() const { return handle >= 0; }
+bool NewFileHandle::isOpen() const {
+    return handle >= 0;
+}
 
 bool NewFileHandle::write(const char* data, std::size_t size) {
     while (size > 0) {

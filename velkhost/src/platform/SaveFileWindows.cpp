@@ -11,7 +11,9 @@ namespace velkhost::detail::platform {
 
 namespace {
 
-HANDLE fileHandle(std::intptr_t handle) { return reinterpret_cast<HANDLE>(handle); }
+HANDLE fileHandle(std::intptr_t handle) {
+    return reinterpret_cast<HANDLE>(handle);
+}
 
 const std::intptr_t kNoHandle = reinterpret_cast<std::intptr_t>(INVALID_HANDLE_VALUE);
 
@@ -28,7 +30,9 @@ NewFileHandle::~NewFileHandle() {
     }
 }
 
-bool NewFileHandle::isOpen() const { return handle != kNoHandle; }
+bool NewFileHandle::isOpen() const {
+    return handle != kNoHandle;
+}
 
 bool NewFileHandle::write(const char* data, std::size_t size) {
     while (size > 0) {
@@ -83,6 +87,8 @@ RemoveOnInterrupt::RemoveOnInterrupt(const std::string& path) {
     SetConsoleCtrlHandler(removeAndEnd, TRUE);
 }
 
-RemoveOnInterrupt::~RemoveOnInterrupt() { SetConsoleCtrlHandler(removeAndEnd, FALSE); }
+RemoveOnInterrupt::~RemoveOnInterrupt() {
+    SetConsoleCtrlHandler(removeAndEnd, FALSE);
+}
 
 }  // namespace velkhost::detail::platform
