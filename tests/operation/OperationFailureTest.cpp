@@ -10,6 +10,7 @@
 #include "FailingAllocation.h"
 #include "HostFixture.h"
 #include "StoredOperation.h"
+#include "host/HostExports.h"
 
 using namespace VelkApi;
 using Kind = MillDrillOperationType;
@@ -154,5 +155,6 @@ TEST_F(OperationFailureTest, EveryFailingAllocationOfReadingTheKindIsLogged) {
         testsupport::textsOfEveryFailingAllocation([] { MillDrillOperation op(1, 3); });
     EXPECT_TRUE(seen.count("Error in MillDrillOperation::Setup => std::bad_alloc"));
     EXPECT_FALSE(seen.count("Error in MillDrillOperation::GetOperationType() => std::bad_alloc"));
-    EXPECT_EQ(host().callCount("VelkMacroVdmOpen"), host().callCount("VelkMacroVdmClose"));
+    // Counting opens and closes would not do: an open the host itself fails is counted too.
+    EXPECT_EQ(VelkApi::host::MacroVdmCheckOpen(1), 0);
 }

@@ -13,11 +13,16 @@ void HostState::replaceProject(Project&& loaded) {
     observed = Observations{};
 }
 
-void HostState::countCall(const char* exportName, std::initializer_list<int> numbers,
-                          const char* text) {
-    ++observed.callCounts[exportName];
+std::size_t exportSlot(std::string_view exportName) {
+    return static_cast<std::size_t>(
+        std::find(std::begin(kExportNames), std::end(kExportNames), exportName) -
+        std::begin(kExportNames));
+}
+
+void HostState::countCall(std::size_t slot, std::initializer_list<int> numbers, const char* text) {
+    ++observed.callCounts[slot];
     if (observed.recordingCalls) {
-        observed.calls.push_back({exportName, numbers, text ? text : ""});
+        observed.calls.push_back({std::string(kExportNames[slot]), numbers, text ? text : ""});
     }
 }
 

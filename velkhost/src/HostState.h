@@ -2,10 +2,13 @@
 // of what the library did. The exported functions and OfflineHost both work on it.
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <initializer_list>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
+
+#include "HostExportTable.h"
 
 #include "Project.h"
 #include "StoreSessions.h"
@@ -13,10 +16,19 @@
 
 namespace velkhost::detail {
 
+// The exports in the order of the export table; a call is counted in its export's slot.
+#define VELKHOST_EXPORT_NAME(exported, name, result, parameters) #exported,
+inline constexpr std::string_view kExportNames[] = {VELKAPI_HOST_EXPORTS(VELKHOST_EXPORT_NAME)};
+#undef VELKHOST_EXPORT_NAME
+inline constexpr std::size_t kExportCount = std::size(kExportNames);
+
+// The slot of `exportName` in the export table; kExportCount for a name the table lacks.
+std::size_t exportSlot(std::string_view exportName);
+
 struct Observations {
     std::vector<MessageBoxRecord> messageBoxes;
     int missingApiCalls = 0;
-    std::unordered_map<std::string_view, int> callCounts;  // keys: export names, static storage
+    std::array<int, kExportCount> callCounts{};  // by export slot
     bool recordingCalls = false;
     std::vector<HostCall> calls;
 };
@@ -28,8 +40,9 @@ struct HostState {
     Observations observed;
 
     void replaceProject(Project&& loaded);
-    // Counts the call and, while calls are recorded, records it with its arguments.
-    void countCall(const char* exportName, std::initializer_list<int> numbers, const char* text);
+    // Counts the call of the export in `slot` and, while calls are recorded, records it with its
+    // arguments.
+    void countCall(std::size_t slot, std::initializer_list<int> numbers, const char* text);
     int showMessageBox(void* owner, const char* text, const char* caption, unsigned style);
     int missingApi();
     // True for an export the loaded capture lists as one the session's host did not have.
