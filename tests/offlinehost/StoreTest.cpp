@@ -1,5 +1,6 @@
 #include <array>
 #include <cstring>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -60,6 +61,20 @@ TEST_F(StoreTest, StoreNumbersAreListedAscending) {
     EXPECT_EQ(host.storeNumbers(), (std::vector<int>{-2, 10, kStore}));
     host.removeStore(10);
     EXPECT_EQ(host.storeNumbers(), (std::vector<int>{-2, kStore}));
+}
+
+TEST_F(StoreTest, TakingAStoreHandsOverItsRecordsAndRemovesIt) {
+    host.setStore(10, {{"0 1 1 1", "first"}, {"0 1 1 1", "second"}});
+    EXPECT_EQ(host.takeStore(10), (Records{{"0 1 1 1", "first"}, {"0 1 1 1", "second"}}));
+    EXPECT_FALSE(host.hasStore(10));
+    EXPECT_EQ(VelkMacroVdmExists(10), 0);
+    EXPECT_THROW(host.takeStore(10), std::out_of_range);
+}
+
+TEST_F(StoreTest, TakingAStoreClosesItsHandles) {
+    host.takeStore(kStore);
+    EXPECT_EQ(VelkMacroVdmCheckOpen(kStore), 0);
+    EXPECT_EQ(VelkMacroVdmClose(handle), 0);
 }
 
 TEST_F(StoreTest, OpenGivesAFreshPositiveHandleEachTime) {

@@ -71,6 +71,16 @@ void OfflineHost::removeStore(int vdm) {
     state().project.stores.erase(vdm);
 }
 
+Records OfflineHost::takeStore(int vdm) {
+    const auto store = state().project.stores.find(vdm);
+    if (store == state().project.stores.end()) {
+        throw std::out_of_range("no store " + std::to_string(vdm));
+    }
+    Records taken = std::move(store->second);
+    removeStore(vdm);
+    return taken;
+}
+
 const Records& OfflineHost::records(int vdm) const {
     const auto store = state().project.stores.find(vdm);
     if (store == state().project.stores.end()) {
@@ -173,13 +183,12 @@ int OfflineHost::missingApiCalls() const {
 }
 
 int OfflineHost::callCount(const std::string& exportName) const {
-    const auto& counts = state().observed.callCounts;
-    const auto entry = counts.find(exportName);
-    return entry == counts.end() ? 0 : entry->second;
+    const std::size_t slot = detail::exportSlot(exportName);
+    return slot < detail::kExportCount ? state().observed.callCounts[slot] : 0;
 }
 
 void OfflineHost::resetCallCounts() {
-    state().observed.callCounts.clear();
+    state().observed.callCounts.fill(0);
 }
 
 void OfflineHost::startRecordingCalls() {

@@ -116,6 +116,10 @@ class OfflineHost {
     std::vector<int> storeNumbers() const;
     void setStore(int vdm, Records records);
     void removeStore(int vdm);
+    // The store's records, moved out of the project, and the store removed (throws
+    // std::out_of_range for an unknown store): for a program that keeps a store once loaded
+    // without holding a copy beside the project.
+    Records takeStore(int vdm);
     const Records& records(int vdm) const;    // throws std::out_of_range for an unknown store
     Record lines(int vdm, int record) const;  // throws std::out_of_range for an unknown record
 
