@@ -1,5 +1,6 @@
 // Counts the heap allocations of the benchmark program: its own operator new counts every
-// allocation and its size, the library's and the offline host's alike.
+// allocation and its size, the library's and the offline host's alike, and its operator delete
+// takes the size back off the bytes held live.
 #pragma once
 
 #include <cstddef>
@@ -13,5 +14,8 @@ struct Allocations {
 
 // The allocations made since the program started.
 Allocations allocationsSoFar();
+
+// The bytes allocated and not yet given back.
+std::size_t liveBytes();
 
 }  // namespace bench

@@ -7,6 +7,7 @@
 #include <velkapi/MillDrillOperation.h>
 #include <velkhost/OfflineHost.h>
 
+#include <cstddef>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -62,9 +63,12 @@ void RoundTrip(benchmark::State& state, const KindSample& sample) {
     const std::string parameter = settledParameter(state, sample);
 
     const Allocations before = allocationsSoFar();
+    const std::size_t liveBefore = liveBytes();
+    std::size_t liveWhileRead = 0;
     {
         MillDrillOperation operation(kDemoStore, sample.operation);
         operation.readFromVDM();
+        liveWhileRead = liveBytes() - liveBefore;
     }
     const Allocations after = allocationsSoFar();
 
@@ -73,6 +77,7 @@ void RoundTrip(benchmark::State& state, const KindSample& sample) {
     }
     state.counters["allocs_per_op"] = static_cast<double>(after.count - before.count);
     state.counters["bytes_per_op"] = static_cast<double>(after.bytes - before.bytes);
+    state.counters["live_bytes_per_op"] = static_cast<double>(liveWhileRead);
 }
 
 // The same round trip while a capture runs, written to a temporary file at the end.

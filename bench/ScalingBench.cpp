@@ -4,6 +4,9 @@
 #include <velkapi/MillDrillOperation.h>
 #include <velkapi/ToolList.h>
 
+#include <cstddef>
+
+#include "AllocationCounter.h"
 #include "BenchProject.h"
 
 namespace bench {
@@ -33,12 +36,21 @@ void ToolList(benchmark::State& state) {
         benchmark::DoNotOptimize(list.getToolCount());
     };
     // Once untimed first, as for every size: the first list of a size is made in memory the
-    // process takes fresh from the system, later ones in memory the last one gave back.
-    listAndRead();
+    // process takes fresh from the system, later ones in memory the last one gave back. It also
+    // gives the heap bytes a listed tool holds while its list exists.
+    const std::size_t liveBefore = liveBytes();
+    std::size_t liveWhileListed = 0;
+    {
+        VelkApi::ToolList list(store);
+        list.readFromVDM();
+        liveWhileListed = liveBytes() - liveBefore;
+    }
     for (auto _ : state) {
         listAndRead();
     }
     state.SetItemsProcessed(state.iterations() * tools);
+    state.counters["live_bytes_per_tool"] =
+        static_cast<double>(liveWhileListed) / static_cast<double>(tools);
 }
 BENCHMARK(ToolList)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
 

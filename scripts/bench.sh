@@ -34,6 +34,13 @@ if [[ " $* " != *--benchmark_filter* ]]; then
     NumberText/{general,fixed}/{to_chars,snprintf} NumberText/read/{library,strtod}; do
     grep -q "\"name\": \"$name\"" "$build/bench.json" || { echo "missing: $name" >&2; missing=1; }
   done
+  # ... with the heap bytes it holds live.
+  for counter in 'RoundTrip/ live_bytes_per_op' 'ToolList/ live_bytes_per_tool'; do
+    read -r prefix field <<<"$counter"
+    jq -e --arg prefix "$prefix" --arg field "$field" \
+      '[.benchmarks[] | select(.name | startswith($prefix)) | has($field)] | all' \
+      "$build/bench.json" >/dev/null || { echo "missing: $field on $prefix*" >&2; missing=1; }
+  done
   ((missing == 0)) || exit 1
-  echo "$build/bench.json: every benchmark is there"
+  echo "$build/bench.json: every benchmark is there, with its heap counters"
 fi
