@@ -3,8 +3,8 @@
 # Usage: scripts/install-deps.sh [windows|docs|bench|fuzz|valgrind|coverage|format]   ("windows" adds the
 #        MinGW-w64 cross compiler, the GoogleTest sources it builds GoogleTest from, and Wine to
 #        run the Windows programs; "docs" adds Doxygen for the API reference and man to check the
-#        manual page; "bench" adds Google Benchmark, and gnuplot and jq for the plot of the
-#        results; "fuzz" adds clang with libFuzzer and the sanitizer runtimes; "valgrind" adds
+#        manual page; "bench" adds Google Benchmark, gnuplot and jq for the plot of the
+#        results, and GNU time for the peak memory of a command; "fuzz" adds clang with libFuzzer and the sanitizer runtimes; "valgrind" adds
 #        valgrind; "coverage" adds gcovr for the coverage report; "format" adds clang-format)
 set -euo pipefail
 
@@ -14,7 +14,7 @@ if [[ "${1:-}" == windows ]]; then
 elif [[ "${1:-}" == docs ]]; then
   packages+=(doxygen man-db)
 elif [[ "${1:-}" == bench ]]; then
-  packages+=(libbenchmark-dev gnuplot-nox jq)
+  packages+=(libbenchmark-dev gnuplot-nox jq time)
 elif [[ "${1:-}" == fuzz ]]; then
   packages+=(clang libclang-rt-14-dev)
 elif [[ "${1:-}" == valgrind ]]; then
