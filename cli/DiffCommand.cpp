@@ -8,6 +8,7 @@
 
 #include "Commands.h"
 #include "HostText.h"
+#include "Project.h"
 #include "ProjectDiff.h"
 
 namespace velk {
@@ -136,8 +137,17 @@ void printJson(const ProjectChanges& changes) {
 }
 
 void diff(const DiffOptions& options) {
-    const ProjectSnapshot before = readProjectSnapshot(options.before);
-    const ProjectSnapshot after = readProjectSnapshot(options.after);
+    // Only one project is held at a time: the first as digests while the second is read, the
+    // second's records read in full where they differ, then the first loaded again for its own.
+    ProjectSnapshot before = readProjectSnapshot(options.before, KeptLines::None);
+    ProjectSnapshot after = readProjectSnapshot(options.after, KeptLines::All);
+    const auto [readBefore, readAfter] = recordsToRead(before, after);
+    readRecordsInFull(after, readAfter);
+    for (auto& [number, store] : after.stores) {
+        velkhost::Records().swap(store.records);
+    }
+    loadProject(options.before);
+    readRecordsInFull(before, readBefore);
     const ProjectChanges changes = compareProjects(before, after);
     if (options.json) {
         printJson(changes);

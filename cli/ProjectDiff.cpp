@@ -1,5 +1,6 @@
 #include "ProjectDiff.h"
 
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <set>
@@ -156,65 +157,91 @@ RecordChange compareRecord(const RecordSnapshot& before, int beforeNr, const Rec
     return change;
 }
 
-// Records only one side has, between two records both share: those of the same kind, in order,
-// are one record changed; the others were deleted or inserted.
-void compareUnmatched(const std::vector<RecordSnapshot>& before, const std::vector<int>& beforeNrs,
-                      const std::vector<RecordSnapshot>& after, const std::vector<int>& afterNrs,
-                      std::vector<RecordChange>& changes) {
-    auto kindOf = [](const std::vector<RecordSnapshot>& records, const std::vector<int>& nrs) {
+// The records only one side has, between two records both share.
+struct UnmatchedRun {
+    std::vector<int> before;
+    std::vector<int> after;
+};
+
+std::vector<UnmatchedRun> unmatchedRuns(const std::vector<std::uint64_t>& before,
+                                        const std::vector<std::uint64_t>& after) {
+    std::vector<UnmatchedRun> runs(1);
+    for (const AlignedPair& step : align(before, after, std::equal_to<>())) {
+        if (step.before && step.after) {
+            if (!runs.back().before.empty() || !runs.back().after.empty()) {
+                runs.emplace_back();
+            }
+        } else if (step.before) {
+            runs.back().before.push_back(static_cast<int>(*step.before));
+        } else {
+            runs.back().after.push_back(static_cast<int>(*step.after));
+        }
+    }
+    if (runs.back().before.empty() && runs.back().after.empty()) {
+        runs.pop_back();
+    }
+    return runs;
+}
+
+const RecordSnapshot& readRecord(const StoreSnapshot& store, int nr) {
+    return store.read.at(static_cast<std::size_t>(nr));
+}
+
+// In a run of records only one side has, those of the same kind, in order, are one record
+// changed; the others were deleted or inserted.
+void compareRun(const StoreSnapshot& before, const StoreSnapshot& after, const UnmatchedRun& run,
+                std::vector<RecordChange>& changes) {
+    auto kindOf = [](const StoreSnapshot& store, const std::vector<int>& nrs) {
         std::vector<std::string> kinds;
         for (const int nr : nrs) {
-            kinds.push_back(records[static_cast<std::size_t>(nr)].kind);
+            kinds.push_back(readRecord(store, nr).kind);
         }
         return kinds;
     };
     for (const AlignedPair& step :
-         align(kindOf(before, beforeNrs), kindOf(after, afterNrs), std::equal_to<>())) {
+         align(kindOf(before, run.before), kindOf(after, run.after), std::equal_to<>())) {
         const std::optional<int> was =
-            step.before ? std::optional<int>(beforeNrs[*step.before]) : std::nullopt;
+            step.before ? std::optional<int>(run.before[*step.before]) : std::nullopt;
         const std::optional<int> is =
-            step.after ? std::optional<int>(afterNrs[*step.after]) : std::nullopt;
+            step.after ? std::optional<int>(run.after[*step.after]) : std::nullopt;
         if (was && is) {
-            changes.push_back(compareRecord(before[static_cast<std::size_t>(*was)], *was,
-                                            after[static_cast<std::size_t>(*is)], *is));
-        } else if (was) {
-            changes.push_back({"deleted",
-                               was,
-                               std::nullopt,
-                               before[static_cast<std::size_t>(*was)].kind,
-                               {},
-                               {}});
-        } else {
             changes.push_back(
-                {"inserted", std::nullopt, is, after[static_cast<std::size_t>(*is)].kind, {}, {}});
+                compareRecord(readRecord(before, *was), *was, readRecord(after, *is), *is));
+        } else if (was) {
+            changes.push_back(
+                {"deleted", was, std::nullopt, readRecord(before, *was).kind, {}, {}});
+        } else {
+            changes.push_back({"inserted", std::nullopt, is, readRecord(after, *is).kind, {}, {}});
         }
     }
 }
 
-std::vector<RecordChange> compareRecords(const std::vector<RecordSnapshot>& before,
-                                         const std::vector<RecordSnapshot>& after) {
+std::vector<RecordChange> compareRecords(const StoreSnapshot& before, const StoreSnapshot& after) {
     std::vector<RecordChange> changes;
-    std::vector<int> beforeNrs;
-    std::vector<int> afterNrs;
-    auto flush = [&] {
-        compareUnmatched(before, beforeNrs, after, afterNrs, changes);
-        beforeNrs.clear();
-        afterNrs.clear();
-    };
-    const auto sameLines = [](const RecordSnapshot& a, const RecordSnapshot& b) {
-        return a.lines == b.lines;
-    };
-    for (const AlignedPair& step : align(before, after, sameLines)) {
-        if (step.before && step.after) {
-            flush();
-        } else if (step.before) {
-            beforeNrs.push_back(static_cast<int>(*step.before));
-        } else {
-            afterNrs.push_back(static_cast<int>(*step.after));
-        }
+    for (const UnmatchedRun& run : unmatchedRuns(before.digests, after.digests)) {
+        compareRun(before, after, run, changes);
     }
-    flush();
     return changes;
+}
+
+// Calls `visit(store, before, after)` for every store of either project; a store one side
+// lacks is empty there.
+template <class Visit>
+void forEachStore(const ProjectSnapshot& before, const ProjectSnapshot& after, Visit visit) {
+    static const StoreSnapshot none;
+    std::set<int> stores;
+    for (const auto& [store, records] : before.stores) {
+        stores.insert(store);
+    }
+    for (const auto& [store, records] : after.stores) {
+        stores.insert(store);
+    }
+    for (const int store : stores) {
+        const auto was = before.stores.find(store);
+        const auto is = after.stores.find(store);
+        visit(store, was == before.stores.end() ? nullptr : &was->second,
+              is == after.stores.end() ? nullptr : &is->second, none);
+    }
 }
 
 }  // namespace
@@ -227,28 +254,45 @@ ProjectChanges compareProjects(const ProjectSnapshot& before, const ProjectSnaps
                   changes.globals);
     compareDrawing(before.drawing, after.drawing, changes.drawing);
 
-    static const std::vector<RecordSnapshot> none;
-    std::set<int> stores;
-    for (const auto& [store, records] : before.stores) {
-        stores.insert(store);
-    }
-    for (const auto& [store, records] : after.stores) {
-        stores.insert(store);
-    }
-    for (const int store : stores) {
-        const auto was = before.stores.find(store);
-        const auto is = after.stores.find(store);
-        const std::string change = was == before.stores.end() ? "added"
-                                   : is == after.stores.end() ? "removed"
-                                                              : "changed";
-        std::vector<RecordChange> records =
-            compareRecords(was == before.stores.end() ? none : was->second,
-                           is == after.stores.end() ? none : is->second);
-        if (!records.empty() || change != "changed") {
-            changes.stores.push_back({store, change, std::move(records)});
-        }
-    }
+    forEachStore(before, after,
+                 [&](int store, const StoreSnapshot* was, const StoreSnapshot* is,
+                     const StoreSnapshot& none) {
+                     const std::string change = was == nullptr  ? "added"
+                                                : is == nullptr ? "removed"
+                                                                : "changed";
+                     std::vector<RecordChange> records =
+                         compareRecords(was == nullptr ? none : *was, is == nullptr ? none : *is);
+                     if (!records.empty() || change != "changed") {
+                         changes.stores.push_back({store, change, std::move(records)});
+                     }
+                 });
     return changes;
+}
+
+std::pair<RecordNumbers, RecordNumbers> recordsToRead(const ProjectSnapshot& before,
+                                                      const ProjectSnapshot& after) {
+    RecordNumbers readBefore;
+    RecordNumbers readAfter;
+    forEachStore(before, after,
+                 [&](int store, const StoreSnapshot* was, const StoreSnapshot* is,
+                     const StoreSnapshot& none) {
+                     for (const UnmatchedRun& run :
+                          unmatchedRuns((was ? *was : none).digests, (is ? *is : none).digests)) {
+                         if (!run.before.empty()) {
+                             readBefore[store].insert(run.before.begin(), run.before.end());
+                         }
+                         if (!run.after.empty()) {
+                             readAfter[store].insert(run.after.begin(), run.after.end());
+                         }
+                     }
+                 });
+    return {readBefore, readAfter};
+}
+
+void readWhatDiffers(ProjectSnapshot& before, ProjectSnapshot& after) {
+    const auto [readBefore, readAfter] = recordsToRead(before, after);
+    readRecordsInFull(before, readBefore);
+    readRecordsInFull(after, readAfter);
 }
 
 std::string jsonText(const Json& value) {

@@ -6,6 +6,7 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "ProjectSnapshot.h"
@@ -56,6 +57,15 @@ struct ProjectChanges {
     }
 };
 
+// The records of each side a comparison reads in full: in every store, those only one side
+// has between the records both share.
+std::pair<RecordNumbers, RecordNumbers> recordsToRead(const ProjectSnapshot& before,
+                                                      const ProjectSnapshot& after);
+// Reads those records of both sides in full, each against the environment, globals and drawing
+// the offline host holds.
+void readWhatDiffers(ProjectSnapshot& before, ProjectSnapshot& after);
+
+// The changes between two snapshots whose differing records have been read in full.
 ProjectChanges compareProjects(const ProjectSnapshot& before, const ProjectSnapshot& after);
 
 // Prints the changes as velk diff does, one line each.

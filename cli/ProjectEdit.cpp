@@ -126,7 +126,9 @@ bool ProjectEdit::save() const {
         saveProject(path);
         return true;
     }
-    printChanges(compareProjects(*before, snapshotOfLoadedProject()));
+    ProjectSnapshot after = snapshotOfLoadedProject();
+    readWhatDiffers(*before, after);
+    printChanges(compareProjects(*before, after));
     std::cerr << "velk: --dry-run: nothing saved\n";
     return false;
 }

@@ -56,7 +56,8 @@ class ProjectEdit {
     std::string path;
     WriteOptions options;
     ProjectLock lock;
-    std::optional<ProjectSnapshot> before;
+    // Its records are read in full only where they differ from those saved (a dry run).
+    mutable std::optional<ProjectSnapshot> before;
 };
 
 }  // namespace velk

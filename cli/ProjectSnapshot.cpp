@@ -5,6 +5,8 @@
 #include <velkapi/ToolList.h>
 #include <velkhost/OfflineHost.h>
 
+#include <optional>
+
 #include "EntryText.h"
 #include "NewRecords.h"
 #include "Project.h"
@@ -111,48 +113,128 @@ void readValues(int store, int nr, RecordSnapshot& record) {
     }
 }
 
-std::vector<RecordSnapshot> readStore(int store) {
-    const velkhost::Records& stored = velkhost::OfflineHost::instance().records(store);
-    std::vector<RecordSnapshot> records(stored.size());
-    for (std::size_t nr = 0; nr < stored.size(); ++nr) {
-        records[nr].kind = recordKind(store, static_cast<int>(nr));
-        records[nr].lines = stored[nr];
-    }
+RecordSnapshot readInFull(int store, std::size_t nr, const velkhost::Record& lines) {
+    RecordSnapshot record;
+    record.kind = recordKind(store, static_cast<int>(nr));
+    record.lines = lines;
     VelkApi::MillTurnVdm vdm(store);
     vdm.Create();
-    for (std::size_t nr = 0; nr < stored.size(); ++nr) {
-        readLines(vdm, static_cast<int>(nr), records[nr]);
-    }
+    readLines(vdm, static_cast<int>(nr), record);
     vdm.Close();
-    for (std::size_t nr = 0; nr < stored.size(); ++nr) {
-        readValues(store, static_cast<int>(nr), records[nr]);
+    readValues(store, static_cast<int>(nr), record);
+    return record;
+}
+
+// The store as the host holds it for the reading: the records to read in their places, the
+// others empty.
+velkhost::Records lentStore(const velkhost::Records& records,
+                            const std::set<std::size_t>& numbers) {
+    velkhost::Records lent(records.size());
+    for (const std::size_t nr : numbers) {
+        lent[nr] = records[nr];
     }
-    return records;
+    return lent;
+}
+
+void readStoreInFull(int store, StoreSnapshot& snapshot, const std::set<std::size_t>& numbers) {
+    auto& host = velkhost::OfflineHost::instance();
+    if (snapshot.records.empty()) {
+        for (const std::size_t nr : numbers) {
+            snapshot.read[nr] = readInFull(store, nr, host.records(store).at(nr));
+        }
+        return;
+    }
+    std::optional<velkhost::Records> held;
+    if (host.hasStore(store)) {
+        held = host.takeStore(store);
+    }
+    host.setStore(store, lentStore(snapshot.records, numbers));
+    for (const std::size_t nr : numbers) {
+        snapshot.read[nr] = readInFull(store, nr, snapshot.records[nr]);
+    }
+    if (held) {
+        host.setStore(store, std::move(*held));
+    } else {
+        host.removeStore(store);
+    }
 }
 
 nlohmann::ordered_json part(const nlohmann::ordered_json& project, const char* name) {
     return project.contains(name) ? project[name] : nlohmann::ordered_json::object();
 }
 
+// The environment, globals and drawing of the loaded project.
+void readParts(ProjectSnapshot& snapshot) {
+    const auto project =
+        nlohmann::ordered_json::parse(velkhost::OfflineHost::instance().projectText());
+    snapshot.environment = part(project, "environment");
+    snapshot.globals = part(project, "globals");
+    snapshot.drawing = part(project, "cad");
+}
+
+// A digest of each record's lines; records with equal digests are taken to be equal.
+std::vector<std::uint64_t> digestsOf(const velkhost::Records& records) {
+    std::vector<std::uint64_t> digests;
+    digests.reserve(records.size());
+    for (const velkhost::Record& record : records) {
+        std::uint64_t digest = 1469598103934665603ULL;  // FNV-1a over the lines, each ended by \n
+        for (const std::string& line : record) {
+            for (const char c : line) {
+                digest = (digest ^ static_cast<unsigned char>(c)) * 1099511628211ULL;
+            }
+            digest = (digest ^ '\n') * 1099511628211ULL;
+        }
+        digests.push_back(digest);
+    }
+    return digests;
+}
+
+StoreSnapshot storeSnapshot(velkhost::Records records, KeptLines kept) {
+    StoreSnapshot snapshot;
+    snapshot.digests = digestsOf(records);
+    if (kept == KeptLines::All) {
+        snapshot.records = std::move(records);
+    }
+    return snapshot;
+}
+
 }  // namespace
 
-ProjectSnapshot readProjectSnapshot(const std::string& path) {
+ProjectSnapshot readProjectSnapshot(const std::string& path, KeptLines kept) {
     loadProject(path);
-    return snapshotOfLoadedProject();
+    auto& host = velkhost::OfflineHost::instance();
+    ProjectSnapshot snapshot;
+    for (const int store : host.storeNumbers()) {
+        snapshot.stores[store] = storeSnapshot(host.takeStore(store), kept);
+    }
+    readParts(snapshot);
+    reportHostMessages();
+    return snapshot;
 }
 
 ProjectSnapshot snapshotOfLoadedProject() {
     auto& host = velkhost::OfflineHost::instance();
     ProjectSnapshot snapshot;
     for (const int store : host.storeNumbers()) {
-        snapshot.stores[store] = readStore(store);
+        snapshot.stores[store] = storeSnapshot(host.records(store), KeptLines::All);
     }
-    const auto project = nlohmann::ordered_json::parse(host.projectText());
-    snapshot.environment = part(project, "environment");
-    snapshot.globals = part(project, "globals");
-    snapshot.drawing = part(project, "cad");
-    reportHostMessages();
+    // The stores aside for a moment, the project text holds only the other parts.
+    std::map<int, velkhost::Records> stores;
+    for (const int store : host.storeNumbers()) {
+        stores[store] = host.takeStore(store);
+    }
+    readParts(snapshot);
+    for (auto& [store, records] : stores) {
+        host.setStore(store, std::move(records));
+    }
     return snapshot;
+}
+
+void readRecordsInFull(ProjectSnapshot& snapshot, const RecordNumbers& numbers) {
+    for (const auto& [store, records] : numbers) {
+        readStoreInFull(store, snapshot.stores.at(store), records);
+    }
+    reportHostMessages();
 }
 
 }  // namespace velk

@@ -37,8 +37,7 @@ TEST(Alignment, EqualSequencesArePairedItemByItem) {
 }
 
 TEST(Alignment, AnItemInsertedBetweenSharedOnesStandsAlone) {
-    EXPECT_EQ(aligned({'a', 'b', 'c', 'd'}, {'a', 'b', 'x', 'c', 'd'}),
-              "=0/0 =1/1 +2 =2/3 =3/4 ");
+    EXPECT_EQ(aligned({'a', 'b', 'c', 'd'}, {'a', 'b', 'x', 'c', 'd'}), "=0/0 =1/1 +2 =2/3 =3/4 ");
 }
 
 TEST(Alignment, AChangedItemIsRemovedAndAdded) {
