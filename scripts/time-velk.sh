@@ -35,7 +35,7 @@ echo "        project file: $((project_kb / 1024)) MB"
 # velk diff exits 1 when the projects differ, as diff does.
 velk() {
   local seconds peak_kb status=0
-  /usr/bin/time -f '%e %M' -o "$work/time" "$build/cli/velk" "$@" >/dev/null 2>"$work/stderr" ||
+  /usr/bin/time -q -f '%e %M' -o "$work/time" "$build/cli/velk" "$@" >/dev/null 2>"$work/stderr" ||
     status=$?
   if ((status != 0)) && ! [[ $1 == diff && $status == 1 ]]; then
     echo "velk $*: failed: $(cat "$work/stderr")" >&2
