@@ -12,7 +12,7 @@ install(EXPORT VelkApiTargets NAMESPACE VelkApi:: DESTINATION ${VELKAPI_CMAKE_DI
 configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/VelkApiConfig.cmake.in
   ${PROJECT_BINARY_DIR}/VelkApiConfig.cmake INSTALL_DESTINATION ${VELKAPI_CMAKE_DIR})
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/VelkApiConfigVersion.cmake
-  COMPATIBILITY SameMajorVersion)
+  COMPATIBILITY SameMinorVersion)
 install(FILES ${PROJECT_BINARY_DIR}/VelkApiConfig.cmake ${PROJECT_BINARY_DIR}/VelkApiConfigVersion.cmake
   DESTINATION ${VELKAPI_CMAKE_DIR})
 

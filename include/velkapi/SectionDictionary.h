@@ -11,9 +11,12 @@
 ///
 /// No operation lets an exception out: each logs its own text and returns a neutral result.
 /// A copy shares its source's entries.
+///
+/// Entries are kept compactly: a section holds one value cell per entry, and the names, numbers,
+/// types and defaults that sections of one kind declare alike are held once for all of them.
 #pragma once
 
-#include <map>
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <vector>
@@ -25,7 +28,10 @@ namespace VelkApi {
 class OperationBase;
 namespace detail {
 struct SectionEntries;
-}
+class EntryStore;
+struct Declaration;
+union Cell;
+}  // namespace detail
 
 /// The base of every section of an operation: its parameters as named, typed entries.
 class VELKAPI_EXPORT SectionDictionary {
@@ -90,8 +96,6 @@ class VELKAPI_EXPORT SectionDictionary {
   protected:
     friend struct detail::SectionEntries;  // the library's own look at the entries
 
-    using Entries = std::map<std::string, std::unique_ptr<SectionValue>>;
-
     /// Field `n` of a section line, or `defaultval` when the line has no such field.
     int getIntFromLine(const std::string& line, size_t n, int defaultval);
     double getDoubleFromLine(const std::string& line, size_t n, double defaultval);
@@ -113,22 +117,24 @@ class VELKAPI_EXPORT SectionDictionary {
     void addStringParameter(int pnr, const std::string& name);
     void addStringAxisParameter(int pnr, const std::string& name, const std::string& defaultval);
 
-    /// The entry of `key` (any case), or null.
+    /// The entry of `key` (any case), or null. The section makes the SectionValue when first
+    /// asked and keeps it while the entry exists.
     SectionValue* findEntry(const std::string& key) const;
     /// Every entry, ordered by number (entries of equal number in key order).
     std::vector<SectionValue*> entriesByNumber() const;
-    const Entries& entries() const { return *values; }
+    /// The number of entries.
+    std::size_t entryCount() const;
 
     OperationBase* operation = nullptr;
-    std::shared_ptr<Entries> values;
+    std::shared_ptr<detail::EntryStore> values;
     int sectionNr;
 
   private:
-    Entries& entryMap() const;
-    void insertEntry(std::unique_ptr<SectionValue> entry);
-    template <typename Kind, typename Datum>
-    void addValuePair(int pnr, const std::string& name, Datum defaultval, Datum val,
-                      ValueDataType vdtype, bool isaxis);
+    detail::EntryStore& entryStore() const;
+    void addEntry(const detail::Declaration& declaration, detail::Cell fallback,
+                  detail::Cell value);
+    void addTextEntry(const detail::Declaration& declaration, std::string fallback,
+                      std::string value);
 };
 
 }  // namespace VelkApi

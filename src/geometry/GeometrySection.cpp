@@ -7,6 +7,7 @@
 #include <memory>
 
 #include "host/StoreSession.h"
+#include "model/SectionEntries.h"
 #include "util/ErrorBoundary.h"
 
 namespace VelkApi {
@@ -194,12 +195,12 @@ std::vector<std::string> GeometrySection::composeLines(MillDrillOperationType ki
                                                        GeometrySectionSettings* roles) const {
     std::vector<std::string> lines;
     if (isMacroKind(kind)) {
-        for (const auto& entry : entries()) {
-            lines.push_back(entry.second->getValueAsString());
+        for (const detail::EntryRef& entry : detail::SectionEntries::byName(*this)) {
+            lines.push_back(entry.getValueAsString());
         }
         return lines;
     }
-    for (const SectionValue* entry : entriesByNumber()) {
+    for (const detail::EntryRef& entry : detail::SectionEntries::byNumber(*this)) {
         VelkObject object;
         if (entry->getValueDataType() == ValueDataType::VelkObject && entry->getValue(&object)) {
             if (roles != nullptr) {

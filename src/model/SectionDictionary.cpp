@@ -5,6 +5,8 @@
 #include <cmath>
 #include <stdexcept>
 
+#include "model/EntryStore.h"
+#include "model/SectionEntries.h"
 #include "util/ErrorBoundary.h"
 #include "util/FieldReaders.h"
 #include "util/TextHelpers.h"
@@ -17,36 +19,32 @@ using text::lowerCased;
 
 SectionDictionary::SectionDictionary(int sectionnr) : sectionNr(sectionnr) {
     guarded("Error in SectionDictionary(int sectionnr)",
-            [&] { values = std::make_shared<Entries>(); });
+            [&] { values = std::make_shared<detail::EntryStore>(); });
 }
 
 SectionDictionary::~SectionDictionary() = default;
 
-SectionDictionary::Entries& SectionDictionary::entryMap() const {
-    if (!values) {  // the constructor failed to make the map
-        throw std::logic_error("section has no entry map");
-    }
-    return *values;
+detail::EntryStore& SectionDictionary::entryStore() const {
+    return detail::SectionEntries::of(*this);
 }
 
 SectionValue* SectionDictionary::findEntry(const std::string& key) const {
-    Entries& map = entryMap();
-    // Keys are kept lower-cased; most keys asked for already are, and are looked up as they are.
-    const bool lower =
-        std::none_of(key.begin(), key.end(), [](char c) { return c >= 'A' && c <= 'Z'; });
-    const auto found = lower ? map.find(key) : map.find(lowerCased(key));
-    return found == map.end() ? nullptr : found->second.get();
+    detail::EntryStore& store = entryStore();
+    const detail::EntryRef entry = store.find(key);
+    return entry ? store.view(entry) : nullptr;
 }
 
 std::vector<SectionValue*> SectionDictionary::entriesByNumber() const {
+    detail::EntryStore& store = entryStore();
     std::vector<SectionValue*> sorted;
-    for (const auto& [key, entry] : entryMap()) {
-        sorted.push_back(entry.get());
+    for (const detail::EntryRef& entry : store.byNumber()) {
+        sorted.push_back(store.view(entry));
     }
-    std::stable_sort(
-        sorted.begin(), sorted.end(),
-        [](const SectionValue* a, const SectionValue* b) { return a->getNr() < b->getNr(); });
     return sorted;
+}
+
+std::size_t SectionDictionary::entryCount() const {
+    return entryStore().size();
 }
 
 // ---- keyed access
@@ -56,16 +54,16 @@ void* SectionDictionary::getValue(const std::string& key, void* target) const {
         return "Error in SectionDictionary" + std::to_string(sectionNr) + "::getValue(" + key + ")";
     };
     return guarded<void*>(nullptr, describe, [&]() -> void* {
-        const SectionValue* entry = findEntry(key);
-        return entry ? entry->getValue(target) : nullptr;
+        const detail::EntryRef entry = entryStore().find(key);
+        return entry ? entry.getValue(target) : nullptr;
     });
 }
 
 void SectionDictionary::setValue(const std::string& key, const void* source) {
     const auto describe = [&] { return "Error in SectionDictionary::setValue(" + key + ")"; };
     guarded(describe, [&] {
-        if (SectionValue* entry = findEntry(key)) {
-            entry->setValue(source);
+        if (const detail::EntryRef entry = entryStore().find(key)) {
+            entry.setValue(source);
         }
     });
 }
@@ -75,8 +73,8 @@ std::string SectionDictionary::getValueAsString(const std::string& key) const {
         return "Error in SectionDictionary" + std::to_string(sectionNr) + "::getValue(" + key + ")";
     };
     return guarded<std::string>("", describe, [&] {
-        const SectionValue* entry = findEntry(key);
-        return entry ? entry->getValueAsString() : std::string();
+        const detail::EntryRef entry = entryStore().find(key);
+        return entry ? entry.getValueAsString() : std::string();
     });
 }
 
@@ -138,8 +136,8 @@ std::string SectionDictionary::getString(const std::string& key) const {
 std::vector<std::string>& SectionDictionary::readKeys(std::vector<std::string>& keys) const {
     guarded("Error in SectionDictionary::readKeys(vector<string> & keys)", [&] {
         keys.clear();
-        for (const auto& entry : entryMap()) {
-            keys.push_back(entry.first);
+        for (const detail::EntryRef& entry : entryStore().byName()) {
+            keys.push_back(entry.name());
         }
     });
     return keys;
@@ -147,58 +145,45 @@ std::vector<std::string>& SectionDictionary::readKeys(std::vector<std::string>& 
 
 bool SectionDictionary::existsKey(const std::string& key) const {
     return guarded(false, "Error in SectionDictionary::existsKey(const string & key)",
-                   [&] { return findEntry(key) != nullptr; });
+                   [&] { return static_cast<bool>(entryStore().find(key)); });
 }
 
 bool SectionDictionary::isAxis(const std::string& key) const {
     return guarded(false, "Error in SectionDictionary::isAxis(const string & key)", [&] {
-        const SectionValue* entry = findEntry(key);
-        return entry != nullptr && entry->isAxis();
+        const detail::EntryRef entry = entryStore().find(key);
+        return entry && entry.isAxis();
     });
 }
 
 ValueDataType SectionDictionary::dataTypeOf(const std::string& key) const {
     return guarded(ValueDataType::None,
                    "Error in SectionDictionary::dataTypeOf(const string & key)", [&] {
-                       const SectionValue* entry = findEntry(key);
-                       return entry ? entry->getValueDataType() : ValueDataType::None;
+                       const detail::EntryRef entry = entryStore().find(key);
+                       return entry ? entry.getValueDataType() : ValueDataType::None;
                    });
 }
 
 void SectionDictionary::setDefault() {
     guarded("Error in SectionDictionary::setDefault()", [&] {
-        for (auto& entry : entryMap()) {
-            entry.second->setValueToDefault();
+        for (const detail::EntryRef& entry : entryStore().byName()) {
+            entry.setValueToDefault();
         }
     });
 }
 
 void SectionDictionary::clearAdditionals() {
     guarded("Error in SectionDictionary::clearAdditionals()", [&] {
-        for (auto& entry : entryMap()) {
-            entry.second->clearValue();
+        for (const detail::EntryRef& entry : entryStore().byName()) {
+            entry.clearValue();
         }
     });
 }
 
 void SectionDictionary::clear() {
-    guarded("Error in SectionDictionary::clear()", [&] { entryMap().clear(); });
+    guarded("Error in SectionDictionary::clear()", [&] { entryStore().clear(); });
 }
 
 // ---- declaring entries
-
-// Sections declare most of their entries from tables kept in key order, so a key past the last
-// one goes straight to the end: one comparison instead of a walk down the tree. Any other key
-// is looked up first, and one already there keeps its entry (no node is made for it).
-void SectionDictionary::insertEntry(std::unique_ptr<SectionValue> entry) {
-    Entries& map = entryMap();
-    std::string key = entry->getName();
-    if (map.empty() || map.rbegin()->first < key) {
-        map.emplace_hint(map.end(), std::move(key), std::move(entry));
-    } else {
-        map.emplace(std::move(key), std::move(entry));
-    }
-}
 
 namespace {
 
@@ -206,68 +191,56 @@ constexpr const char* kAddParameterText =
     "Error in SectionDictionary::addParameter(int pnr, const string &  name, Value * value, "
     "Value* defaultval, ValueDataType vdtype, bool isaxis)";
 
-// A default is never changed once declared, so the defaults most entries have (zero, the "not
-// set" markers, false, the empty text) are one object each, shared by every entry that has it,
-// instead of one object per entry. They live as long as the program, so the entries refer to
-// them without owning them (and without a shared count).
-template <typename Kind>
-std::shared_ptr<Value> lastingObject(Kind& object) {
-    return std::shared_ptr<Value>(std::shared_ptr<Value>(), &object);
+constexpr const char* kAddStringText =
+    "Error in SectionDictionary::addStringParameter(int pnr, const string &  name, const string "
+    "&  defaultval, const string &  value)";
+
+detail::Cell realCell(double value) {
+    detail::Cell cell{};
+    cell.real = value;
+    return cell;
 }
 
-std::shared_ptr<Value> defaultObject(double datum) {
-    static DoubleValue zero(0.0);
-    static DoubleValue unset(kUnsetDouble);
-    // A default of -0.0 keeps its own object: it is written as "-0".
-    if (datum == 0.0 && !std::signbit(datum)) {
-        return lastingObject(zero);
-    }
-    return datum == kUnsetDouble ? lastingObject(unset) : std::make_shared<DoubleValue>(datum);
+detail::Cell integerCell(int value) {
+    detail::Cell cell{};
+    cell.integer = value;
+    return cell;
 }
-std::shared_ptr<Value> defaultObject(int datum) {
-    static IntValue zero(0);
-    static IntValue unset(kUnsetInt);
-    if (datum == 0) {
-        return lastingObject(zero);
-    }
-    return datum == kUnsetInt ? lastingObject(unset) : std::make_shared<IntValue>(datum);
+
+detail::Cell flagCell(bool value) {
+    detail::Cell cell{};
+    cell.flag = value;
+    return cell;
 }
-std::shared_ptr<Value> defaultObject(bool datum) {
-    static BoolValue no(false);
-    static BoolValue yes(true);
-    return datum ? lastingObject(yes) : lastingObject(no);
-}
-std::shared_ptr<Value> defaultObject(const std::string& datum) {
-    static StringValue empty{std::string()};
-    return datum.empty() ? lastingObject(empty) : std::make_shared<StringValue>(datum);
+
+detail::Declaration numberDeclaration(int pnr, int bit, const std::string& name, ValueDataType type,
+                                      bool axis) {
+    return {pnr, bit, name, type, axis, detail::Storage::Number};
 }
 
 }  // namespace
 
-// The adders build each value together with its shared count in one allocation; a failure
-// there is the adder's own, a failure in making the entry is addParameter's, as for values
-// handed to addParameter.
-template <typename Kind, typename Datum>
-void SectionDictionary::addValuePair(int pnr, const std::string& name, Datum defaultval, Datum val,
-                                     ValueDataType vdtype, bool isaxis) {
-    std::shared_ptr<Value> value = std::make_shared<Kind>(val);
-    std::shared_ptr<Value> fallback = defaultObject(defaultval);
-    guarded(kAddParameterText, [&] {
-        insertEntry(std::make_unique<SectionValue>(pnr, 0, lowerCased(name), std::move(value),
-                                                   std::move(fallback), vdtype, isaxis));
-    });
+// The adders declare through these, as they would through addParameter: a failure in making the
+// entry is logged under its text. A text adder first makes its two texts, under its own text.
+void SectionDictionary::addEntry(const detail::Declaration& declaration, detail::Cell fallback,
+                                 detail::Cell value) {
+    guarded(kAddParameterText, [&] { entryStore().addNumber(declaration, fallback, value); });
+}
+
+void SectionDictionary::addTextEntry(const detail::Declaration& declaration, std::string fallback,
+                                     std::string value) {
+    guarded(kAddParameterText,
+            [&] { entryStore().addText(declaration, std::move(fallback), std::move(value)); });
 }
 
 void SectionDictionary::addParameter(int pnr, const std::string& name, Value* value,
                                      Value* defaultval, ValueDataType vdtype, bool isaxis) {
     guarded(kAddParameterText, [&] {
-        // Owned from here on, whatever fails below.
+        // Owned from here on, whatever fails below; dropped when the name is taken.
         std::unique_ptr<Value> valueOwner(value);
         std::unique_ptr<Value> defaultOwner(defaultval);
-        std::shared_ptr<Value> ownedValue(std::move(valueOwner));
-        std::shared_ptr<Value> ownedDefault(std::move(defaultOwner));
-        insertEntry(std::make_unique<SectionValue>(pnr, 0, lowerCased(name), ownedValue,
-                                                   ownedDefault, vdtype, isaxis));
+        entryStore().addBoxed({pnr, 0, name, vdtype, isaxis, detail::Storage::Boxed},
+                              std::move(valueOwner), std::move(defaultOwner));
     });
 }
 
@@ -277,7 +250,8 @@ void SectionDictionary::addDoubleParameter(int pnr, const std::string& name, dou
         "Error in SectionDictionary::addDoubleParameter(int pnr, const string &  name, double "
         "defaultval, double val)",
         [&] {
-            addValuePair<DoubleValue>(pnr, name, defaultval, val, ValueDataType::Double, false);
+            addEntry(numberDeclaration(pnr, 0, name, ValueDataType::Double, false),
+                     realCell(defaultval), realCell(val));
         });
 }
 
@@ -286,8 +260,8 @@ void SectionDictionary::addDoubleParameter(int pnr, const std::string& name, dou
         "Error in SectionDictionary::addDoubleParameter(int pnr, const string &  name, double "
         "defaultval)",
         [&] {
-            addValuePair<DoubleValue>(pnr, name, defaultval, defaultval, ValueDataType::Double,
-                                      false);
+            addEntry(numberDeclaration(pnr, 0, name, ValueDataType::Double, false),
+                     realCell(defaultval), realCell(defaultval));
         });
 }
 
@@ -296,8 +270,8 @@ void SectionDictionary::addAxisParameter(int pnr, const std::string& name, doubl
         "Error in SectionDictionary::addAxisParameter(int pnr, const string &  name, double "
         "defaultval)",
         [&] {
-            addValuePair<DoubleValue>(pnr, name, defaultval, defaultval, ValueDataType::Double,
-                                      true);
+            addEntry(numberDeclaration(pnr, 0, name, ValueDataType::Double, true),
+                     realCell(defaultval), realCell(defaultval));
         });
 }
 
@@ -305,7 +279,10 @@ void SectionDictionary::addIntParameter(int pnr, const std::string& name, int de
     guarded(
         "Error in SectionDictionary::addIntParameter(int pnr, const string &  name, int "
         "defaultval, int val)",
-        [&] { addValuePair<IntValue>(pnr, name, defaultval, val, ValueDataType::Int, false); });
+        [&] {
+            addEntry(numberDeclaration(pnr, 0, name, ValueDataType::Int, false),
+                     integerCell(defaultval), integerCell(val));
+        });
 }
 
 void SectionDictionary::addIntParameter(int pnr, const std::string& name, int defaultval) {
@@ -313,7 +290,8 @@ void SectionDictionary::addIntParameter(int pnr, const std::string& name, int de
         "Error in SectionDictionary::addIntParameter(int pnr, const string &  name, int "
         "defaultval)",
         [&] {
-            addValuePair<IntValue>(pnr, name, defaultval, defaultval, ValueDataType::Int, false);
+            addEntry(numberDeclaration(pnr, 0, name, ValueDataType::Int, false),
+                     integerCell(defaultval), integerCell(defaultval));
         });
 }
 
@@ -323,27 +301,17 @@ void SectionDictionary::addBoolParameter(int pnr, int bit, const std::string& na
         "Error in SectionDictionary::addBoolParameter(int pnr, int bit, const string &  name, "
         "bool defaultval, bool val)",
         [&] {
-            std::shared_ptr<Value> value = std::make_shared<BoolValue>(val);
-            std::shared_ptr<Value> fallback = defaultObject(defaultval);
-            insertEntry(std::make_unique<SectionValue>(pnr, bit, lowerCased(name), value, fallback,
-                                                       ValueDataType::Bool, false));
+            entryStore().addNumber(numberDeclaration(pnr, bit, name, ValueDataType::Bool, false),
+                                   flagCell(defaultval), flagCell(val));
         });
 }
-
-namespace {
-
-constexpr const char* kAddStringText =
-    "Error in SectionDictionary::addStringParameter(int pnr, const string &  name, const string "
-    "&  defaultval, const string &  value)";
-
-}  // namespace
 
 void SectionDictionary::addStringParameter(int pnr, const std::string& name,
                                            const std::string& defaultval,
                                            const std::string& value) {
     guarded(kAddStringText, [&] {
-        addValuePair<StringValue, const std::string&>(pnr, name, defaultval, value,
-                                                      ValueDataType::String, false);
+        addTextEntry({pnr, 0, name, ValueDataType::String, false, detail::Storage::Text},
+                     defaultval, value);
     });
 }
 
@@ -359,8 +327,8 @@ void SectionDictionary::addStringParameter(int pnr, const std::string& name) {
 void SectionDictionary::addStringAxisParameter(int pnr, const std::string& name,
                                                const std::string& defaultval) {
     guarded(kAddStringText, [&] {
-        addValuePair<StringValue, const std::string&>(pnr, name, defaultval, defaultval,
-                                                      ValueDataType::String, true);
+        addTextEntry({pnr, 0, name, ValueDataType::String, true, detail::Storage::Text}, defaultval,
+                     defaultval);
     });
 }
 

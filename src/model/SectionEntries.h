@@ -1,22 +1,34 @@
-// The library's own look at a section's entries, for code outside the section classes that
-// compares sections (the write preview).
+// The library's own look at a section's entries: the sections' readers and writers and the write
+// preview walk them here, without the SectionValue objects the protected interface hands out.
 #pragma once
 
 #include <velkapi/SectionDictionary.h>
 
+#include <stdexcept>
 #include <string>
 #include <vector>
+
+#include "model/EntryStore.h"
 
 namespace VelkApi::detail {
 
 struct SectionEntries {
-    static const SectionValue* find(const SectionDictionary& section, const std::string& key) {
-        return section.findEntry(key);
+    static EntryStore& of(const SectionDictionary& section) {
+        if (!section.values) {  // the constructor failed to make the entries
+            throw std::logic_error("section has no entry map");
+        }
+        return *section.values;
     }
-    static std::vector<SectionValue*> byNumber(const SectionDictionary& section) {
-        return section.entriesByNumber();
+    static EntryRef find(const SectionDictionary& section, const std::string& key) {
+        return of(section).find(key);
     }
-    static std::size_t count(const SectionDictionary& section) { return section.entries().size(); }
+    static std::vector<EntryRef> byNumber(const SectionDictionary& section) {
+        return of(section).byNumber();
+    }
+    static std::vector<EntryRef> byName(const SectionDictionary& section) {
+        return of(section).byName();
+    }
+    static std::size_t count(const SectionDictionary& section) { return of(section).size(); }
 };
 
 }  // namespace VelkApi::detail

@@ -3,7 +3,7 @@
 #include <velkapi/LogFile.h>
 #include <velkapi/VelkObject.h>
 
-#include "util/ErrorBoundary.h"
+#include "model/EntryDefaults.h"
 
 namespace VelkApi {
 
@@ -11,13 +11,6 @@ namespace {
 
 void logNullReference(const char* operation) {
     LogFile::instance().error(std::string("NULLREFERENCE-Error in SectionValue::") + operation);
-}
-
-// Fills a local of the datum's type from the default and sets it as the value.
-template <typename T>
-void copyDefault(SectionValue& entry, T local) {
-    entry.getDefault(&local);
-    entry.setValue(&local);
 }
 
 }  // namespace
@@ -90,28 +83,7 @@ void* SectionValue::getDefault(void* target) const {
 }
 
 void SectionValue::setValueToDefault() {
-    // This operation's failures are recorded under the text the operation's writer uses.
-    detail::guarded("Error in MillDrillOperation::writeToVDM()", [&] {
-        switch (dataType) {
-            case ValueDataType::Double:
-                copyDefault(*this, 0.0);
-                break;
-            case ValueDataType::Int:
-                copyDefault(*this, 0);
-                break;
-            case ValueDataType::Bool:
-                copyDefault(*this, false);
-                break;
-            case ValueDataType::String:
-                copyDefault(*this, std::string());
-                break;
-            case ValueDataType::VelkObject:
-                copyDefault(*this, VelkObject());
-                break;
-            default:
-                break;
-        }
-    });
+    detail::setToDefault(*this, dataType);
 }
 
 bool SectionValue::isAxis() const {

@@ -3,6 +3,7 @@
 #include <velkapi/OperationBase.h>
 
 #include "host/StoreSession.h"
+#include "model/SectionEntries.h"
 #include "util/ErrorBoundary.h"
 #include "util/TextHelpers.h"
 
@@ -46,7 +47,7 @@ void ActionSection::addActionParameter(int nr, ActionType type, const std::strin
 
 std::vector<Action> ActionSection::actions() const {
     std::vector<Action> found;
-    for (const auto& [key, entry] : entries()) {
+    for (const detail::EntryRef& entry : detail::SectionEntries::byName(*this)) {
         Action action;
         if (entry->getValueDataType() == ValueDataType::Action && entry->getValue(&action)) {
             found.push_back(action);

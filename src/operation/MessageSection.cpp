@@ -40,7 +40,7 @@ void MessageSection::readFromStrings(const std::vector<std::string>& lines) {
 
 std::vector<std::string> MessageSection::composeLines() const {
     std::vector<std::string> lines;
-    const size_t count = entries().size();
+    const size_t count = entryCount();
     for (size_t i = 0; i < count; ++i) {
         const std::string key = std::to_string(i);
         if (existsKey(key)) {

@@ -78,7 +78,7 @@ std::string shortestNumber(double value) {
 
 // The value as velk shows it: "unset" for the not-set marker, numbers in their shortest exact
 // form, true or false, texts as they are.
-std::string valueText(const SectionValue& entry) {
+std::string valueText(const detail::EntryRef& entry) {
     switch (entry.getValueDataType()) {
         case ValueDataType::Int: {
             int value = 0;
@@ -117,9 +117,9 @@ bool holdDifferentValues(const SectionDictionary& one, const SectionDictionary& 
     if (SectionEntries::count(one) != SectionEntries::count(other)) {
         return true;
     }
-    for (const SectionValue* entry : SectionEntries::byNumber(one)) {
-        const SectionValue* counterpart = SectionEntries::find(other, entry->getName());
-        if (counterpart == nullptr || valueText(*entry) != valueText(*counterpart)) {
+    for (const detail::EntryRef& entry : SectionEntries::byNumber(one)) {
+        const detail::EntryRef counterpart = SectionEntries::find(other, entry->getName());
+        if (!counterpart || valueText(*entry) != valueText(*counterpart)) {
             return true;
         }
     }
@@ -130,7 +130,7 @@ bool holdsWhiteSpace(const std::string& text) {
     return text.find_first_of(" \t\n\v\f\r") != std::string::npos;
 }
 
-std::string valueCause(const SectionValue& entry, Kind kind, bool parameters) {
+std::string valueCause(const detail::EntryRef& entry, Kind kind, bool parameters) {
     if (parameters && kind == Kind::MILL_5AX && entry.getNr() < 100) {
         return "MILL_5AX moves its first value line by one field";
     }
@@ -153,10 +153,10 @@ std::vector<WriteChange> valueChanges(const SectionDictionary& held,
                                       const SectionDictionary& readBack, Kind kind,
                                       bool parameters) {
     std::vector<WriteChange> changes;
-    for (const SectionValue* entry : SectionEntries::byNumber(held)) {
-        const SectionValue* back = SectionEntries::find(readBack, entry->getName());
+    for (const detail::EntryRef& entry : SectionEntries::byNumber(held)) {
+        const detail::EntryRef back = SectionEntries::find(readBack, entry->getName());
         const std::string before = valueText(*entry);
-        const std::string after = back != nullptr ? valueText(*back) : kNoLine;
+        const std::string after = back ? valueText(*back) : kNoLine;
         if (before != after) {
             const int line = parameters ? entry->getNr() / 100 + 1 : -1;
             changes.push_back(

@@ -12,6 +12,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "model/SectionEntries.h"
 #include "parameters/ExpertCatalogue.h"
 #include "parameters/ParameterLines.h"
 #include "parameters/SetupValues.h"
@@ -50,7 +51,7 @@ bool nextField(const std::string& line, std::size_t& pos, std::string& field) {
 }
 
 // Objects and actions have no field.
-bool isWritten(const SectionValue& entry) {
+bool isWritten(const detail::EntryRef& entry) {
     switch (entry.getValueDataType()) {
         case ValueDataType::Bool:
         case ValueDataType::Int:
@@ -62,12 +63,12 @@ bool isWritten(const SectionValue& entry) {
     }
 }
 
-[[noreturn]] void doesNotFit(const std::string& field, const SectionValue& entry,
+[[noreturn]] void doesNotFit(const std::string& field, const detail::EntryRef& entry,
                              const char* what) {
     throw std::invalid_argument("'" + field + "' is not " + what + " for " + entry.getName());
 }
 
-int wholeNumber(const std::string& field, const SectionValue& entry) {
+int wholeNumber(const std::string& field, const detail::EntryRef& entry) {
     int value = 0;
     if (field.empty() || text::toInt(field, value) != field.size()) {
         doesNotFit(field, entry, "a whole number");
@@ -75,7 +76,7 @@ int wholeNumber(const std::string& field, const SectionValue& entry) {
     return value;
 }
 
-double number(std::string field, const SectionValue& entry) {
+double number(std::string field, const detail::EntryRef& entry) {
     for (char& c : field) {
         c = c == ',' ? '.' : c;
     }
@@ -87,7 +88,7 @@ double number(std::string field, const SectionValue& entry) {
 }
 
 // An option word: 32 bits, written unsigned; the signed form of the record reads as well.
-std::uint32_t parsedOptionWord(const std::string& field, const SectionValue& entry) {
+std::uint32_t parsedOptionWord(const std::string& field, const detail::EntryRef& entry) {
     long long value = 0;
     const char* end = field.data() + field.size();
     const auto result = std::from_chars(field.data(), end, value);
@@ -122,7 +123,8 @@ std::optional<std::string> plainText(const ParameterSection& plain, const std::s
 
 // `entry` takes the value of the plain entry `name`, where the two hold the same kind of value
 // or the entry holds text.
-void takeValue(SectionValue& entry, const ParameterSection& plain, const std::string& name) {
+void takeValue(const detail::EntryRef& entry, const ParameterSection& plain,
+               const std::string& name) {
     const ValueDataType kind = entry.getValueDataType();
     if (kind == ValueDataType::String) {
         if (const std::optional<std::string> value = plainText(plain, name)) {
@@ -201,15 +203,15 @@ void ExpertParameterSection::Init() {
                     break;
             }
         }
-        lineCount =
-            parameters::linesHolding(parameters::fieldsOf(entriesByNumber(), kExpertLayout));
+        lineCount = parameters::linesHolding(
+            parameters::fieldsOf(detail::SectionEntries::byNumber(*this), kExpertLayout));
     });
 }
 
 ValueDataType ExpertParameterSection::getValueDataType(const std::string& key) {
     return guarded(ValueDataType::None, "Error in ExpertParameterSection::getValueDataType()", [&] {
-        const SectionValue* entry = findEntry(key);
-        return entry != nullptr ? entry->getValueDataType() : ValueDataType::None;
+        const detail::EntryRef entry = detail::SectionEntries::find(*this, key);
+        return entry ? entry.getValueDataType() : ValueDataType::None;
     });
 }
 
@@ -218,8 +220,8 @@ void ExpertParameterSection::writeToStrings(std::vector<std::string>& lines) {
         if (lines.empty()) {
             return;
         }
-        std::vector<std::string> written =
-            parameters::composeValueLines(entriesByNumber(), lines.size() - 1, kExpertLayout);
+        std::vector<std::string> written = parameters::composeValueLines(
+            detail::SectionEntries::byNumber(*this), lines.size() - 1, kExpertLayout);
         std::move(written.begin(), written.end(), lines.begin());
     });
 }
@@ -238,9 +240,9 @@ void ExpertParameterSection::readFromStrings(const std::vector<std::string>& lin
         // Every field is read before any entry changes.
         std::vector<std::function<void()>> assignments;
         std::vector<std::size_t> positions(lines.size(), 0);
-        const std::vector<SectionValue*> sorted = entriesByNumber();
+        const std::vector<detail::EntryRef> sorted = detail::SectionEntries::byNumber(*this);
         for (const parameters::Field& field : parameters::fieldsOf(sorted, kExpertLayout)) {
-            SectionValue* entry = sorted[field.first];
+            const detail::EntryRef entry = sorted[field.first];
             const auto lineIndex = static_cast<std::size_t>(field.line);
             std::string text;
             if (!isWritten(*entry) || field.line < 0 || lineIndex >= valueLines ||
@@ -279,7 +281,7 @@ void ExpertParameterSection::readFromStrings(const std::vector<std::string>& lin
 
 void ExpertParameterSection::readFromParameters(const ParameterSection& parameters) {
     guarded(failureOf("readFromParameters"), [&] {
-        for (SectionValue* entry : entriesByNumber()) {
+        for (const detail::EntryRef& entry : detail::SectionEntries::byNumber(*this)) {
             takeValue(*entry, parameters, catalogue::plainNameOf(operationType, entry->getName()));
         }
     });

@@ -14,7 +14,7 @@ std::uint32_t bitMask(int bit) {
     return bit >= 1 && bit <= 32 ? std::uint32_t{1} << (bit - 1) : 0;
 }
 
-bool isOptionOf(const SectionValue* entry, int number) {
+bool isOptionOf(const detail::EntryRef& entry, int number) {
     return entry->getValueDataType() == ValueDataType::Bool && entry->getNr() == number;
 }
 
@@ -29,7 +29,7 @@ std::string textField(const std::string& value) {
 }
 
 // The sum of 2^(bit-1) over the true bits of an option group.
-std::uint32_t optionWord(const std::vector<SectionValue*>& sorted, const Field& field) {
+std::uint32_t optionWord(const std::vector<detail::EntryRef>& sorted, const Field& field) {
     std::uint32_t word = 0;
     for (std::size_t i = field.first; i < field.end; ++i) {
         bool set = false;
@@ -42,9 +42,9 @@ std::uint32_t optionWord(const std::vector<SectionValue*>& sorted, const Field& 
 }
 
 // The text of one field; none for entries that are not written.
-std::optional<std::string> fieldText(const std::vector<SectionValue*>& sorted, const Field& field,
-                                     const LineLayout& layout) {
-    const SectionValue& entry = *sorted[field.first];
+std::optional<std::string> fieldText(const std::vector<detail::EntryRef>& sorted,
+                                     const Field& field, const LineLayout& layout) {
+    const detail::EntryRef& entry = sorted[field.first];
     switch (entry.getValueDataType()) {
         case ValueDataType::Bool: {
             const std::uint32_t word = optionWord(sorted, field);
@@ -74,7 +74,7 @@ std::optional<std::string> fieldText(const std::vector<SectionValue*>& sorted, c
 
 }  // namespace
 
-std::vector<Field> fieldsOf(const std::vector<SectionValue*>& sorted, const LineLayout& layout) {
+std::vector<Field> fieldsOf(const std::vector<detail::EntryRef>& sorted, const LineLayout& layout) {
     std::vector<Field> fields;
     int line = 0;
     for (std::size_t first = 0; first < sorted.size();) {
@@ -92,7 +92,7 @@ std::vector<Field> fieldsOf(const std::vector<SectionValue*>& sorted, const Line
     return fields;
 }
 
-std::vector<std::string> composeValueLines(const std::vector<SectionValue*>& sorted,
+std::vector<std::string> composeValueLines(const std::vector<detail::EntryRef>& sorted,
                                            std::size_t count, const LineLayout& layout) {
     std::vector<std::string> lines(count);
     for (const Field& field : fieldsOf(sorted, layout)) {
@@ -114,7 +114,7 @@ int linesHolding(const std::vector<Field>& fields) {
     return lastLine + 2;
 }
 
-void setOptionWord(const std::vector<SectionValue*>& sorted, const Field& field,
+void setOptionWord(const std::vector<detail::EntryRef>& sorted, const Field& field,
                    std::uint32_t word) {
     for (std::size_t i = field.first; i < field.end; ++i) {
         const std::uint32_t mask = bitMask(sorted[i]->getBit());

@@ -14,7 +14,7 @@
 #include <string>
 #include <vector>
 
-#include <velkapi/SectionValue.h>
+#include "model/EntryStore.h"
 
 namespace VelkApi::parameters {
 
@@ -34,10 +34,10 @@ struct Field {
 };
 
 // The fields of entries sorted by number, in order.
-std::vector<Field> fieldsOf(const std::vector<SectionValue*>& sorted, const LineLayout& layout);
+std::vector<Field> fieldsOf(const std::vector<detail::EntryRef>& sorted, const LineLayout& layout);
 
 // Value lines 0 .. count - 1 of the entries sorted by number; fields of later lines are left out.
-std::vector<std::string> composeValueLines(const std::vector<SectionValue*>& sorted,
+std::vector<std::string> composeValueLines(const std::vector<detail::EntryRef>& sorted,
                                            std::size_t count, const LineLayout& layout);
 
 // The number of lines that hold every field, plus one: the record's name line before them, or
@@ -45,7 +45,7 @@ std::vector<std::string> composeValueLines(const std::vector<SectionValue*>& sor
 int linesHolding(const std::vector<Field>& fields);
 
 // Each option entry of a group becomes true exactly when its bit is set in `word`.
-void setOptionWord(const std::vector<SectionValue*>& sorted, const Field& field,
+void setOptionWord(const std::vector<detail::EntryRef>& sorted, const Field& field,
                    std::uint32_t word);
 
 }  // namespace VelkApi::parameters

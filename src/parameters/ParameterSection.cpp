@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "host/StoreSession.h"
+#include "model/SectionEntries.h"
 #include "parameters/ParameterCatalogue.h"
 #include "parameters/ParameterLines.h"
 #include "parameters/PpDefIni.h"
@@ -114,8 +115,8 @@ void ParameterSection::Init(bool machineAware) {
 
 ValueDataType ParameterSection::getValueDataType(const std::string& key) {
     return guarded(ValueDataType::None, "Error in ParameterSection::getValueDataType()", [&] {
-        const SectionValue* entry = findEntry(key);
-        return entry != nullptr ? entry->getValueDataType() : ValueDataType::None;
+        const detail::EntryRef entry = detail::SectionEntries::find(*this, key);
+        return entry ? entry.getValueDataType() : ValueDataType::None;
     });
 }
 
@@ -141,8 +142,9 @@ std::vector<std::string> ParameterSection::composeLines() const {
         throw std::length_error("the parameter section has no lines");
     }
     std::vector<std::string> lines = {operationTypeName};
-    for (std::string& value : parameters::composeValueLines(
-             entriesByNumber(), static_cast<std::size_t>(lineCount - 1), kRecordLayout)) {
+    for (std::string& value :
+         parameters::composeValueLines(detail::SectionEntries::byNumber(*this),
+                                       static_cast<std::size_t>(lineCount - 1), kRecordLayout)) {
         lines.push_back(std::move(value));
     }
     return lines;
@@ -196,9 +198,9 @@ void ParameterSection::readFromLines(const std::vector<std::string>& lines) {
     const std::size_t valueLines = lines.size() - 1;
     // The entries come in the order of their numbers, so each line's fields are found in one pass.
     std::vector<text::FieldCursor> cursors(lines.begin() + 1, lines.end());
-    const std::vector<SectionValue*> sorted = entriesByNumber();
+    const std::vector<detail::EntryRef> sorted = detail::SectionEntries::byNumber(*this);
     for (const parameters::Field& field : parameters::fieldsOf(sorted, kRecordLayout)) {
-        SectionValue& entry = *sorted[field.first];
+        const detail::EntryRef& entry = sorted[field.first];
         // Reading goes by the number alone: an entry numbered 350 is read from line 3.
         const int nr = entry.getNr();
         const auto lineIndex = static_cast<long long>(nr / 100.0);

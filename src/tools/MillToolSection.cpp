@@ -68,7 +68,7 @@ tools::HostValue hostValueOf(const SectionDictionary& section, const std::string
 
 // Appends one value of a stored line, by the entry's data type, followed by the blank that
 // separates it from the next.
-void appendField(std::string& line, const SectionValue& entry, bool last) {
+void appendField(std::string& line, const detail::EntryRef& entry, bool last) {
     switch (entry.getValueDataType()) {
         case ValueDataType::None:
         case ValueDataType::Double: {
@@ -137,10 +137,10 @@ void MillToolSection::write(OperationBase* op) {
 
 std::vector<std::string> MillToolSection::composeLines() const {
     std::vector<std::string> record(LINESCOUNT);
-    const std::vector<SectionValue*> byPlace = tools::entriesByPlace(values);
+    const std::vector<detail::EntryRef> byPlace = tools::entriesByPlace(*this);
     std::size_t place = 0;
     tools::forEachName([&](int line, int slot, const std::string&) {
-        if (const SectionValue* entry = byPlace[place++]) {
+        if (const detail::EntryRef& entry = byPlace[place++]) {
             appendField(record[line], *entry, slot == lineslen[line] - 1);
         }
     });
@@ -160,15 +160,15 @@ void MillToolSection::readFromLines(const std::vector<std::string>& record) {
     if (named == 0) {  // no line: every entry stays as it is
         return;
     }
-    const std::vector<SectionValue*> byPlace = tools::entriesByPlace(values);
+    const std::vector<detail::EntryRef> byPlace = tools::entriesByPlace(*this);
     std::size_t place = 0;
     for (int line = 0; line < named; ++line) {
         const std::string& text = record[line];
         text::FieldCursor fieldsOfLine(text);
         for (int slot = 0; slot < lineslen[line]; ++slot) {
             const std::string& name = lines[line][slot];
-            SectionValue* entry = byPlace[place++];
-            if (entry == nullptr) {
+            const detail::EntryRef& entry = byPlace[place++];
+            if (!entry) {
                 continue;
             }
             switch (tools::kindOf(name)) {

@@ -1,5 +1,6 @@
 #include <velkapi/ToolSection.h>
 
+#include "model/SectionEntries.h"
 #include "util/ErrorBoundary.h"
 
 namespace VelkApi {
@@ -53,11 +54,11 @@ ToolSection::ToolSection(int sectionnr) : SectionDictionary(sectionnr) {}
 ToolSection::~ToolSection() = default;
 
 ValueDataType ToolSection::getValueDataType(const std::string& key) {
-    return detail::guarded(ValueDataType::None,
-                           "Error in ToolSection::getValueDataType(const string & key)", [&] {
-                               const SectionValue* entry = findEntry(key);
-                               return entry ? entry->getValueDataType() : ValueDataType::None;
-                           });
+    return detail::guarded(
+        ValueDataType::None, "Error in ToolSection::getValueDataType(const string & key)", [&] {
+            const detail::EntryRef entry = detail::SectionEntries::find(*this, key);
+            return entry ? entry->getValueDataType() : ValueDataType::None;
+        });
 }
 
 }  // namespace VelkApi

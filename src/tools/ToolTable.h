@@ -10,6 +10,8 @@
 
 #include <velkapi/ToolSection.h>
 
+#include "model/SectionEntries.h"
+
 namespace VelkApi::tools {
 
 // The kind a table name's first character gives: 'i' an int, 'w' a double, '$' a text; 0 for
@@ -57,23 +59,19 @@ inline const std::vector<Declaration>& declarationsByName() {
     return declarations;
 }
 
-// The entry of each table place (by declaration number), null where the section has none of
-// that name: one walk of the entry map beside the declarations, both in key order, instead of a
-// lookup per place. A section without its entry map fails as a lookup in it does.
-template <typename Entries>
-std::vector<SectionValue*> entriesByPlace(const std::shared_ptr<Entries>& map) {
-    if (!map) {
-        throw std::logic_error("section has no entry map");
-    }
-    const Entries& entries = *map;
-    std::vector<SectionValue*> byPlace(declarationsByName().size(), nullptr);
+// The entry of each table place (by declaration number), empty where the section has none of
+// that name: one walk of the entries beside the declarations, both in key order, instead of a
+// lookup per place.
+inline std::vector<detail::EntryRef> entriesByPlace(const SectionDictionary& section) {
+    const std::vector<detail::EntryRef> entries = detail::SectionEntries::byName(section);
+    std::vector<detail::EntryRef> byPlace(declarationsByName().size());
     auto entry = entries.begin();
     for (const auto& [name, number] : declarationsByName()) {
-        while (entry != entries.end() && entry->first < *name) {
+        while (entry != entries.end() && entry->name() < *name) {
             ++entry;
         }
-        if (entry != entries.end() && entry->first == *name) {
-            byPlace[static_cast<std::size_t>(number)] = entry->second.get();
+        if (entry != entries.end() && entry->name() == *name) {
+            byPlace[static_cast<std::size_t>(number)] = *entry;
         }
     }
     return byPlace;

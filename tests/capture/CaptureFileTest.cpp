@@ -171,7 +171,7 @@ TEST_F(CaptureFileTest, ACaptureHoldsWhatTheSessionReadAsItWasAtTheStart) {
   },
   "capture": {
     "taken": "<taken>",
-    "library": "0.1.0",
+    "library": "0.2.0",
     "missingExports": []
   }
 }

@@ -285,58 +285,54 @@ TEST(SectionDictionaryLog, LostEntryMapLogsWholeSectionTexts) {
               }));
 }
 
-// Each adder builds its two values first; a failure there is logged under the adder's own text.
+// Each adder makes its entry as addParameter does, and a failure there is logged under
+// addParameter's text; a text adder first copies its two texts, a failure there under its own
+// text; addBoolParameter makes its entry itself. Nothing is declared by a failed adder.
 TEST(SectionDictionaryLog, FailingAllocationLogsAdderTexts) {
     TestSection section;
-    // The first int entry also builds the int defaults every section shares; the allocations
-    // counted below are then each entry's own.
     section.addIntParameter(0, "first", 0);
     const std::string name = "a_name_long_enough_to_allocate_its_lower_cased_copy";
+    const std::string text = "a text too long for the small-string buffer";
+    const std::string addParameterText =
+        "Error in SectionDictionary::addParameter(int pnr, const string &  name, Value * value, "
+        "Value* defaultval, ValueDataType vdtype, bool isaxis)";
+    const std::string addStringText =
+        "Error in SectionDictionary::addStringParameter(int pnr, const string &  name, const "
+        "string &  defaultval, const string &  value)";
     struct Case {
         std::function<void()> add;
+        int allocationsBefore;
         std::string text;
     };
     const std::vector<Case> cases = {
-        {[&] { section.addDoubleParameter(0, name, 1.0, 2.0); },
-         "Error in SectionDictionary::addDoubleParameter(int pnr, const string &  name, double "
-         "defaultval, double val)"},
-        {[&] { section.addDoubleParameter(0, name, 1.0); },
-         "Error in SectionDictionary::addDoubleParameter(int pnr, const string &  name, double "
-         "defaultval)"},
-        {[&] { section.addAxisParameter(0, name, 1.0); },
-         "Error in SectionDictionary::addAxisParameter(int pnr, const string &  name, double "
-         "defaultval)"},
-        {[&] { section.addIntParameter(0, name, 1, 2); },
-         "Error in SectionDictionary::addIntParameter(int pnr, const string &  name, int "
-         "defaultval, int val)"},
-        {[&] { section.addIntParameter(0, name, 1); },
-         "Error in SectionDictionary::addIntParameter(int pnr, const string &  name, int "
-         "defaultval)"},
-        {[&] { section.addStringParameter(0, name, "d", "v"); },
-         "Error in SectionDictionary::addStringParameter(int pnr, const string &  name, const "
-         "string &  defaultval, const string &  value)"},
-        {[&] { section.addStringParameter(0, name, "d"); },
-         "Error in SectionDictionary::addStringParameter(int pnr, const string &  name, const "
-         "string &  defaultval, const string &  value)"},
-        {[&] { section.addStringParameter(0, name); },
-         "Error in SectionDictionary::addStringParameter(int pnr, const string &  name, const "
-         "string &  defaultval, const string &  value)"},
-        {[&] { section.addStringAxisParameter(0, name, "d"); },
-         "Error in SectionDictionary::addStringParameter(int pnr, const string &  name, const "
-         "string &  defaultval, const string &  value)"},
-        // The values are built; the entry's own allocation fails inside addParameter.
-        {[&] { section.addIntParameter(0, name, 1); },
-         "Error in SectionDictionary::addParameter(int pnr, const string &  name, Value * value, "
-         "Value* defaultval, ValueDataType vdtype, bool isaxis)"},
+        {[&] { section.addDoubleParameter(0, name, 1.0, 2.0); }, 0, addParameterText},
+        {[&] { section.addDoubleParameter(0, name, 1.0); }, 0, addParameterText},
+        {[&] { section.addAxisParameter(0, name, 1.0); }, 0, addParameterText},
+        {[&] { section.addIntParameter(0, name, 1, 2); }, 0, addParameterText},
+        {[&] { section.addIntParameter(0, name, 1); }, 0, addParameterText},
+        {[&] { section.addBoolParameter(1, 1, name, false, true); }, 0,
+         "Error in SectionDictionary::addBoolParameter(int pnr, int bit, const string &  name, "
+         "bool defaultval, bool val)"},
+        // The copies of the two texts, then the entry.
+        {[&] { section.addStringParameter(0, name, text, text); }, 0, addStringText},
+        {[&] { section.addStringParameter(0, name, text, text); }, 1, addStringText},
+        {[&] { section.addStringParameter(0, name, text, text); }, 2, addParameterText},
+        {[&] { section.addStringParameter(0, name, text); }, 0, addStringText},
+        {[&] { section.addStringAxisParameter(0, name, text); }, 2, addParameterText},
     };
     for (std::size_t i = 0; i < cases.size(); ++i) {
         ErrorLogWatch log;
-        testsupport::failAllocationAfter(i + 1 == cases.size() ? 4 : 0);
+        testsupport::failAllocationAfter(cases[i].allocationsBefore);
         cases[i].add();
         testsupport::stopFailingAllocations();
         EXPECT_EQ(log.texts(), Texts{cases[i].text}) << "case " << i;
         EXPECT_FALSE(section.existsKey(name)) << "case " << i;
     }
+    // A failed adder leaves the section able to declare the same name.
+    section.addStringParameter(0, name, text, "v");
+    EXPECT_EQ(section.getString(name), "v");
+    std::string fallback;
+    EXPECT_EQ(*static_cast<std::string*>(section.findEntry(name)->getDefault(&fallback)), text);
 }
 
 TEST(SectionDictionaryLog, FailingConstructionIsLogged) {

@@ -4,6 +4,8 @@
 
 #include <velkapi/SectionDictionary.h>
 
+#include "model/EntryStore.h"
+
 #include <stdexcept>
 
 class TestSection : public VelkApi::SectionDictionary {
@@ -18,12 +20,18 @@ class TestSection : public VelkApi::SectionDictionary {
     using SectionDictionary::addStringAxisParameter;
     using SectionDictionary::addStringParameter;
     using SectionDictionary::entriesByNumber;
+    using SectionDictionary::findEntry;
     using SectionDictionary::getDoubleFromLine;
     using SectionDictionary::getIntFromLine;
     using SectionDictionary::getStringFromLine;
 
     // As if the constructor had failed to make the entry map.
     void loseEntryMap() { values.reset(); }
+
+    // True when the two sections' entries are described by the same shared rows.
+    bool sharesRowsWith(const TestSection& other) const {
+        return values->sharesRowsWith(*other.values);
+    }
 
     void writeToVDM(VelkApi::OperationBase*) override {}
     void readFromVDM(VelkApi::OperationBase*) override {}

@@ -1,0 +1,610 @@
+#include "model/EntryStore.h"
+
+#include <velkapi/LogFile.h>
+#include <velkapi/VelkObject.h>
+
+#include <algorithm>
+#include <cstring>
+
+#include "model/EntryDefaults.h"
+#include "util/ErrorBoundary.h"
+#include "util/TextHelpers.h"
+
+namespace VelkApi::detail {
+
+// Rows in key order and in number order, over the whole table; a section takes those below its
+// count.
+class EntryTable {
+  public:
+    explicit EntryTable(bool shared) : inTree(shared) {}
+
+    // A table with the first `count` rows of `from`.
+    EntryTable(const EntryTable& from, std::size_t count, bool shared)
+        : rows(from.rows.begin(), from.rows.begin() + static_cast<std::ptrdiff_t>(count)),
+          inTree(shared) {
+        for (std::uint32_t i : from.byName) {
+            if (i < count) {
+                byName.push_back(i);
+            }
+        }
+        textRows = static_cast<std::size_t>(
+            std::count_if(rows.begin(), rows.end(),
+                          [](const EntryRow& row) { return row.storage == Storage::Text; }));
+    }
+
+    std::vector<EntryRow> rows;
+    std::vector<std::uint32_t> byName;
+    std::vector<std::uint32_t> byNumber;  // made when asked for, after the last row came
+    std::vector<std::pair<std::uint32_t, std::shared_ptr<EntryTable>>> branches;
+    std::size_t textRows = 0;
+    const bool inTree;  // shared by every section declaring its rows; else one section's own
+};
+
+namespace {
+
+// The tree of shared tables. Its rows are bounded: past the bound, and past a bound of branches
+// from one table, a section keeps its rows to itself.
+constexpr std::size_t kSharedRowBound = std::size_t{1} << 16;
+constexpr std::size_t kBranchBound = 64;
+
+struct Tree {
+    std::shared_ptr<EntryTable> root = std::make_shared<EntryTable>(true);
+    std::size_t sharedRows = 0;
+};
+
+Tree& tree() {
+    static Tree shared;
+    return shared;
+}
+
+char lower(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+// A lower-cased name against a key of any case, as the keys' byte order has it.
+int compareName(const std::string& lowered, const std::string& key) {
+    const std::size_t common = std::min(lowered.size(), key.size());
+    for (std::size_t i = 0; i < common; ++i) {
+        const auto a = static_cast<unsigned char>(lowered[i]);
+        const auto b = static_cast<unsigned char>(lower(key[i]));
+        if (a != b) {
+            return a < b ? -1 : 1;
+        }
+    }
+    if (lowered.size() == key.size()) {
+        return 0;
+    }
+    return lowered.size() < key.size() ? -1 : 1;
+}
+
+bool sameRow(const EntryRow& row, const Declaration& declaration) {
+    return row.nr == declaration.nr && row.bit == declaration.bit && row.type == declaration.type &&
+           row.axis == declaration.axis && row.storage == declaration.storage &&
+           compareName(row.name, declaration.name) == 0;
+}
+
+bool sameRows(const EntryRow& a, const EntryRow& b) {
+    return a.nr == b.nr && a.bit == b.bit && a.type == b.type && a.axis == b.axis &&
+           a.storage == b.storage && a.name == b.name;
+}
+
+// Two defaults of one type alike to the bit (-0.0 is written otherwise than 0.0).
+bool sameNumber(ValueDataType type, Cell a, Cell b) {
+    switch (type) {
+        case ValueDataType::Double:
+            return std::memcmp(&a.real, &b.real, sizeof a.real) == 0;
+        case ValueDataType::Int:
+            return a.integer == b.integer;
+        default:
+            return a.flag == b.flag;
+    }
+}
+
+EntryRow rowOf(const Declaration& declaration) {
+    EntryRow row;
+    row.name = text::lowerCased(declaration.name);
+    row.nr = declaration.nr;
+    row.bit = declaration.bit;
+    row.type = declaration.type;
+    row.axis = declaration.axis;
+    row.storage = declaration.storage;
+    return row;
+}
+
+// Room for `count` more without a later allocation, growing as push_back would: what follows
+// then cannot fail halfway.
+template <typename Vector>
+void makeRoom(Vector& vector, std::size_t count) {
+    if (vector.capacity() - vector.size() < count) {
+        vector.reserve(std::max(vector.size() * 2, vector.size() + count));
+    }
+}
+
+// Copies a number kept in place into *target, an object of the entry's type; returns target.
+void* copyNumber(ValueDataType type, Cell cell, void* target) {
+    switch (type) {
+        case ValueDataType::Double:
+            *static_cast<double*>(target) = cell.real;
+            break;
+        case ValueDataType::Int:
+            *static_cast<int*>(target) = cell.integer;
+            break;
+        default:
+            *static_cast<bool*>(target) = cell.flag;
+            break;
+    }
+    return target;
+}
+
+void logNullReference(const char* operation) {
+    LogFile::instance().error(std::string("NULLREFERENCE-Error in SectionValue::") + operation);
+}
+
+// The value of an entry kept in place or among the texts, for a SectionValue made of it.
+class CellValue : public Value {
+  public:
+    explicit CellValue(EntryRef of)
+        : Value(static_cast<int>(of.getValueDataType()) - 1, nullptr), entry(of) {}
+    void* getValue(void* target) const override { return entry.getValue(target); }
+    void setValue(const void* source) override { entry.setValue(source); }
+    std::string getValueAsString() const override { return entry.getValueAsString(); }
+
+  private:
+    EntryRef entry;
+};
+
+std::shared_ptr<Value> defaultObject(const EntryRef& entry) {
+    switch (entry.getValueDataType()) {
+        case ValueDataType::Double: {
+            double fallback = 0.0;
+            return std::make_shared<DoubleValue>(
+                *static_cast<double*>(entry.getDefault(&fallback)));
+        }
+        case ValueDataType::Int: {
+            int fallback = 0;
+            return std::make_shared<IntValue>(*static_cast<int*>(entry.getDefault(&fallback)));
+        }
+        case ValueDataType::Bool: {
+            bool fallback = false;
+            return std::make_shared<BoolValue>(*static_cast<bool*>(entry.getDefault(&fallback)));
+        }
+        default: {
+            std::string fallback;
+            entry.getDefault(&fallback);
+            return std::make_shared<StringValue>(fallback);
+        }
+    }
+}
+
+}  // namespace
+
+// ---- one entry
+
+const EntryRow& EntryRef::row() const {
+    return store->table->rows[index];
+}
+
+Storage EntryRef::storage() const {
+    return row().storage;
+}
+
+const std::string& EntryRef::name() const {
+    return row().name;
+}
+
+int EntryRef::getNr() const {
+    return row().nr;
+}
+
+int EntryRef::getBit() const {
+    return row().bit;
+}
+
+ValueDataType EntryRef::getValueDataType() const {
+    return row().type;
+}
+
+bool EntryRef::isAxis() const {
+    return row().axis;
+}
+
+double EntryRef::real() const {
+    return store->cells[index].real;
+}
+
+int EntryRef::integer() const {
+    return store->cells[index].integer;
+}
+
+bool EntryRef::flag() const {
+    return store->cells[index].flag;
+}
+
+const std::string& EntryRef::textValue() const {
+    return store->texts[store->cells[index].index];
+}
+
+void* EntryRef::getValue(void* target) const {
+    const Cell cell = store->cells[index];
+    switch (storage()) {
+        case Storage::Boxed: {
+            const std::unique_ptr<Value>& value = store->boxedOf(index).value;
+            if (!value) {
+                logNullReference("getValue");
+                return nullptr;
+            }
+            return value->getValue(target);
+        }
+        case Storage::Text:
+            *static_cast<std::string*>(target) = store->texts[cell.index];
+            return target;
+        default:
+            break;
+    }
+    return copyNumber(getValueDataType(), cell, target);
+}
+
+void EntryRef::setValue(const void* source) const {
+    Cell& cell = store->cells[index];
+    switch (storage()) {
+        case Storage::Boxed: {
+            const std::unique_ptr<Value>& value = store->boxedOf(index).value;
+            if (!value) {
+                logNullReference("setValue");
+                return;
+            }
+            value->setValue(source);
+            return;
+        }
+        case Storage::Text:
+            store->texts[cell.index] = *static_cast<const std::string*>(source);
+            return;
+        default:
+            break;
+    }
+    switch (getValueDataType()) {
+        case ValueDataType::Double:
+            cell.real = *static_cast<const double*>(source);
+            break;
+        case ValueDataType::Int:
+            cell.integer = *static_cast<const int*>(source);
+            break;
+        default:
+            cell.flag = *static_cast<const bool*>(source);
+            break;
+    }
+}
+
+std::string EntryRef::getValueAsString() const {
+    const Cell cell = store->cells[index];
+    switch (storage()) {
+        case Storage::Boxed: {
+            const std::unique_ptr<Value>& value = store->boxedOf(index).value;
+            if (!value) {
+                logNullReference("getValueAsString");
+                return "";
+            }
+            return value->getValueAsString();
+        }
+        case Storage::Text:
+            return store->texts[cell.index];
+        default:
+            break;
+    }
+    switch (getValueDataType()) {
+        case ValueDataType::Double:
+            return DoubleValue(cell.real).getValueAsString();
+        case ValueDataType::Int:
+            return IntValue(cell.integer).getValueAsString();
+        default:
+            return cell.flag ? "true" : "false";
+    }
+}
+
+void* EntryRef::getDefault(void* target) const {
+    const EntryRow& entryRow = row();
+    if (entryRow.storage == Storage::Boxed) {
+        const std::unique_ptr<Value>& fallback = store->boxedOf(index).fallback;
+        if (!fallback) {
+            logNullReference("getDefault");
+            return nullptr;
+        }
+        return fallback->getValue(target);
+    }
+    const Cell* own = store->ownFallbackOf(index);
+    if (entryRow.storage == Storage::Text) {
+        *static_cast<std::string*>(target) = own ? store->texts[own->index] : entryRow.fallbackText;
+        return target;
+    }
+    return copyNumber(entryRow.type, own ? *own : entryRow.fallback, target);
+}
+
+void EntryRef::clearValue() const {
+    const int marker = isAxis() ? kClearedAxis : kUnsetInt;
+    if (storage() == Storage::Boxed && !store->boxedOf(index).value) {
+        return;
+    }
+    if (getValueDataType() == ValueDataType::Int) {
+        setValue(&marker);
+    } else if (getValueDataType() == ValueDataType::Double) {
+        const double cleared = marker;
+        setValue(&cleared);
+    }
+}
+
+void EntryRef::setValueToDefault() const {
+    setToDefault(*this, getValueDataType());
+}
+
+// ---- the entries of a section
+
+EntryStore::EntryStore() : table(tree().root) {}
+
+EntryStore::~EntryStore() = default;
+
+bool EntryStore::addNumber(const Declaration& declaration, Cell fallback, Cell value) {
+    const bool declared = declare(declaration, [&] {
+        EntryRow row = rowOf(declaration);
+        row.fallback = fallback;
+        return row;
+    });
+    if (!declared) {
+        return false;
+    }
+    const auto at = static_cast<std::uint32_t>(cells.size());
+    const bool ownFallback = !sameNumber(declaration.type, table->rows[at].fallback, fallback);
+    growCells();
+    if (ownFallback) {
+        makeRoom(extra().ownFallbacks, 1);
+        extras->ownFallbacks.emplace_back(at, fallback);
+    }
+    cells.push_back(value);
+    return true;
+}
+
+bool EntryStore::addText(const Declaration& declaration, std::string fallback, std::string value) {
+    const bool declared = declare(declaration, [&] {
+        EntryRow row = rowOf(declaration);
+        row.fallbackText = fallback;
+        return row;
+    });
+    if (!declared) {
+        return false;
+    }
+    const auto at = static_cast<std::uint32_t>(cells.size());
+    const bool ownFallback = table->rows[at].fallbackText != fallback;
+    growCells();
+    growTexts(ownFallback ? 2 : 1);
+    if (ownFallback) {
+        makeRoom(extra().ownFallbacks, 1);
+        Cell own{};
+        own.index = static_cast<std::uint32_t>(texts.size());
+        texts.push_back(std::move(fallback));
+        extras->ownFallbacks.emplace_back(at, own);
+    }
+    Cell cell{};
+    cell.index = static_cast<std::uint32_t>(texts.size());
+    texts.push_back(std::move(value));
+    cells.push_back(cell);
+    return true;
+}
+
+bool EntryStore::addBoxed(const Declaration& declaration, std::unique_ptr<Value> value,
+                          std::unique_ptr<Value> fallback) {
+    if (!declare(declaration, [&] { return rowOf(declaration); })) {
+        return false;
+    }
+    growCells();
+    std::vector<BoxedPair>& boxed = extra().boxed;
+    makeRoom(boxed, 1);
+    Cell cell{};
+    cell.index = static_cast<std::uint32_t>(boxed.size());
+    boxed.push_back({std::move(value), std::move(fallback)});
+    cells.push_back(cell);
+    return true;
+}
+
+EntryStore::Extras& EntryStore::extra() {
+    if (!extras) {
+        extras = std::make_unique<Extras>();
+    }
+    return *extras;
+}
+
+const BoxedPair& EntryStore::boxedOf(std::uint32_t entry) const {
+    return extras->boxed[cells[entry].index];
+}
+
+const Cell* EntryStore::ownFallbackOf(std::uint32_t entry) const {
+    if (!extras) {
+        return nullptr;
+    }
+    for (const auto& [at, fallback] : extras->ownFallbacks) {
+        if (at == entry) {
+            return &fallback;
+        }
+    }
+    return nullptr;
+}
+
+// While a section declares the rows of its table, its cells and texts grow to what the table
+// holds and no further; past the table, as push_back would.
+void EntryStore::growCells() {
+    if (cells.size() < cells.capacity()) {
+        return;
+    }
+    std::size_t room = std::max<std::size_t>(cells.size() * 2, 4);
+    if (cells.size() < table->rows.size()) {
+        room = std::min(room, table->rows.size());
+    }
+    cells.reserve(room);
+}
+
+void EntryStore::growTexts(std::size_t count) {
+    if (texts.capacity() - texts.size() >= count) {
+        return;
+    }
+    std::size_t room = std::max<std::size_t>(texts.size() * 2, 4);
+    if (texts.size() < table->textRows) {
+        room = std::min(room, table->textRows);
+    }
+    texts.reserve(std::max(room, texts.size() + count));
+}
+
+// Makes row cells.size() of the table the declared one: the row the table has there when it is
+// alike, a branch's when the table has another, a new last row otherwise. False, and nothing
+// changed, when the section has an entry of that name. The row is made only when it is new.
+template <typename MakeRow>
+bool EntryStore::declare(const Declaration& declaration, MakeRow&& makeRow) {
+    // A table's names are all different, so the row the section follows is never one it has.
+    if (follows(declaration)) {
+        return true;
+    }
+    if (find(declaration.name)) {
+        return false;
+    }
+    const EntryRow candidate = makeRow();
+    if (cells.size() < table->rows.size()) {
+        branch(candidate);
+        return true;
+    }
+    const bool shareable = candidate.storage != Storage::Boxed;
+    if (table->inTree && !(shareable && tree().sharedRows < kSharedRowBound)) {
+        goOwn();
+    }
+    append(candidate);
+    return true;
+}
+
+bool EntryStore::follows(const Declaration& declaration) const {
+    return cells.size() < table->rows.size() && sameRow(table->rows[cells.size()], declaration);
+}
+
+void EntryStore::branch(const EntryRow& next) {
+    const std::size_t at = cells.size();
+    for (const auto& [from, taken] : table->branches) {
+        if (from == at && sameRows(taken->rows[at], next)) {
+            table = taken;
+            return;
+        }
+    }
+    Tree& shared = tree();
+    const bool inTree = table->inTree && next.storage != Storage::Boxed &&
+                        table->branches.size() < kBranchBound &&
+                        shared.sharedRows + at < kSharedRowBound;
+    auto made = std::make_shared<EntryTable>(*table, at, inTree);
+    if (inTree) {
+        table->branches.emplace_back(static_cast<std::uint32_t>(at), made);
+        shared.sharedRows += at;
+    }
+    table = std::move(made);
+    append(next);
+}
+
+void EntryStore::goOwn() {
+    table = std::make_shared<EntryTable>(*table, cells.size(), false);
+}
+
+void EntryStore::append(const EntryRow& next) {
+    EntryTable& rows = *table;
+    const auto at = static_cast<std::uint32_t>(rows.rows.size());
+    // Most sections declare in key order: such a key goes last without a search.
+    auto place = rows.byName.end();
+    if (!rows.byName.empty() && rows.rows[rows.byName.back()].name >= next.name) {
+        place = std::lower_bound(
+            rows.byName.begin(), rows.byName.end(), next.name,
+            [&rows](std::uint32_t i, const std::string& name) { return rows.rows[i].name < name; });
+    }
+    rows.byName.insert(place, at);
+    try {
+        rows.rows.push_back(next);
+    } catch (...) {
+        rows.byName.erase(std::find(rows.byName.begin(), rows.byName.end(), at));
+        throw;
+    }
+    rows.byNumber.clear();
+    if (next.storage == Storage::Text) {
+        ++rows.textRows;
+    }
+    if (rows.inTree) {
+        ++tree().sharedRows;
+    }
+}
+
+EntryRef EntryStore::find(const std::string& key) {
+    const EntryTable& rows = *table;
+    const auto found = std::lower_bound(rows.byName.begin(), rows.byName.end(), key,
+                                        [&rows](std::uint32_t i, const std::string& name) {
+                                            return compareName(rows.rows[i].name, name) < 0;
+                                        });
+    if (found == rows.byName.end() || *found >= cells.size() ||
+        compareName(rows.rows[*found].name, key) != 0) {
+        return {};
+    }
+    return {this, *found};
+}
+
+std::vector<EntryRef> EntryStore::byName() {
+    std::vector<EntryRef> entries;
+    entries.reserve(cells.size());
+    for (std::uint32_t i : table->byName) {
+        if (i < cells.size()) {
+            entries.emplace_back(this, i);
+        }
+    }
+    return entries;
+}
+
+std::vector<EntryRef> EntryStore::byNumber() {
+    EntryTable& rows = *table;
+    if (rows.byNumber.size() != rows.rows.size()) {
+        rows.byNumber = rows.byName;
+        std::stable_sort(rows.byNumber.begin(), rows.byNumber.end(),
+                         [&rows](std::uint32_t a, std::uint32_t b) {
+                             return rows.rows[a].nr < rows.rows[b].nr;
+                         });
+    }
+    std::vector<EntryRef> entries;
+    entries.reserve(cells.size());
+    for (std::uint32_t i : rows.byNumber) {
+        if (i < cells.size()) {
+            entries.emplace_back(this, i);
+        }
+    }
+    return entries;
+}
+
+SectionValue* EntryStore::view(EntryRef entry) {
+    std::vector<std::unique_ptr<SectionValue>>& views = extra().views;
+    if (views.size() < cells.size()) {
+        views.resize(cells.size());
+    }
+    const std::uint32_t at = entry.index;
+    if (!views[at]) {
+        std::shared_ptr<Value> value;
+        std::shared_ptr<Value> fallback;
+        if (entry.storage() == Storage::Boxed) {
+            // The section keeps owning its boxed values; the view, which it owns as well, only
+            // refers to them.
+            const BoxedPair& pair = boxedOf(at);
+            value = std::shared_ptr<Value>(std::shared_ptr<Value>(), pair.value.get());
+            fallback = std::shared_ptr<Value>(std::shared_ptr<Value>(), pair.fallback.get());
+        } else {
+            value = std::make_shared<CellValue>(entry);
+            fallback = defaultObject(entry);
+        }
+        views[at] = std::make_unique<SectionValue>(entry.getNr(), entry.getBit(), entry.name(),
+                                                   std::move(value), std::move(fallback),
+                                                   entry.getValueDataType(), entry.isAxis());
+    }
+    return views[at].get();
+}
+
+void EntryStore::clear() {
+    extras.reset();
+    texts.clear();
+    cells.clear();
+    table = tree().root;
+}
+
+}  // namespace VelkApi::detail

@@ -1,0 +1,170 @@
+// How a section keeps its entries.
+//
+// An entry's description (name, number, bit, type, axis flag, default) is one row of an entry
+// table; its value is one 8-byte cell of its section. Sections of one kind declare the same rows
+// in the same order, so the rows are shared: the tables form a tree of append-only row lists, and
+// a section that declares the rows of a table it already follows only moves a count forward. A
+// section whose rows depart from its table goes on in a branch of it, taken from the branches
+// already made or made once for every later section declaring the same. Entries whose values the
+// section was handed as Value objects (geometry references, actions, a caller's own kinds) keep
+// them boxed, in a table of their section alone.
+//
+// Texts are kept beside the cells; a default that differs from its row's (the header's, which
+// come from the record) is kept by its section. The tables live as long as the process and, like
+// the library's other process-wide state, are used from the host's one thread.
+#pragma once
+
+#include <velkapi/SectionValue.h>
+#include <velkapi/Value.h>
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace VelkApi::detail {
+
+// Where an entry's value lives: in its cell, among the section's texts, or boxed.
+enum class Storage : std::uint8_t { Number, Text, Boxed };
+
+// One value: a double, an int or a bool in place, or the index of a text or of a boxed pair.
+union Cell {
+    double real;
+    int integer;
+    bool flag;
+    std::uint32_t index;
+};
+
+struct EntryRow {
+    std::string name;  // lower-cased
+    int nr = 0;
+    int bit = 0;
+    ValueDataType type = ValueDataType::None;
+    bool axis = false;
+    Storage storage = Storage::Number;
+    Cell fallback{};           // the default of a Number entry
+    std::string fallbackText;  // the default of a Text entry
+};
+
+// What one adding operation declares: the row without its default, and the default and value.
+struct Declaration {
+    int nr;
+    int bit;
+    const std::string& name;  // as the caller gave it, of any case
+    ValueDataType type;
+    bool axis;
+    Storage storage;
+};
+
+class EntryTable;
+
+// A value and default handed over as Value objects.
+struct BoxedPair {
+    std::unique_ptr<Value> value;
+    std::unique_ptr<Value> fallback;
+};
+
+class EntryStore;
+
+// One entry of a section: what SectionValue offers, read from the section's row and cell.
+// Empty (false) where a section has no such entry. Pointer-like, so code walks entries as it
+// walks pointers to them.
+class EntryRef {
+  public:
+    EntryRef() = default;
+    EntryRef(EntryStore* owner, std::uint32_t at) : store(owner), index(at) {}
+
+    explicit operator bool() const { return store != nullptr; }
+    const EntryRef* operator->() const { return this; }
+    const EntryRef& operator*() const { return *this; }
+
+    const std::string& name() const;
+    std::string getName() const { return name(); }
+    int getNr() const;
+    int getBit() const;
+    ValueDataType getValueDataType() const;
+    bool isAxis() const;
+
+    void* getValue(void* target) const;
+    void setValue(const void* source) const;
+    std::string getValueAsString() const;
+    void* getDefault(void* target) const;
+    void clearValue() const;
+    void setValueToDefault() const;
+
+    // The number, for entries kept in place: no copy through a caller's object.
+    double real() const;
+    int integer() const;
+    bool flag() const;
+    const std::string& textValue() const;
+
+  private:
+    friend class EntryStore;
+
+    const EntryRow& row() const;
+    Storage storage() const;
+
+    EntryStore* store = nullptr;
+    std::uint32_t index = 0;
+};
+
+// A section's entries. Entry i has row i of `table` and cell i.
+class EntryStore {
+  public:
+    EntryStore();
+    ~EntryStore();
+    EntryStore(const EntryStore&) = delete;
+    EntryStore& operator=(const EntryStore&) = delete;
+
+    std::size_t size() const { return cells.size(); }
+    // True when the two sections' entries are described by the same rows.
+    bool sharesRowsWith(const EntryStore& other) const { return table == other.table; }
+
+    // Declares an entry unless its name is taken; false when it was taken.
+    bool addNumber(const Declaration& declaration, Cell fallback, Cell value);
+    bool addText(const Declaration& declaration, std::string fallback, std::string value);
+    bool addBoxed(const Declaration& declaration, std::unique_ptr<Value> value,
+                  std::unique_ptr<Value> fallback);
+
+    // The entry of `key` (lower-cased or not); empty when there is none.
+    EntryRef find(const std::string& key);
+    // Every entry in key order, and in number order (equal numbers in key order).
+    std::vector<EntryRef> byName();
+    std::vector<EntryRef> byNumber();
+
+    // The entry as a SectionValue, made on first asking and kept while the entry exists.
+    SectionValue* view(EntryRef entry);
+
+    void clear();
+
+  private:
+    friend class EntryRef;
+
+    template <typename MakeRow>
+    bool declare(const Declaration& declaration, MakeRow&& makeRow);
+    bool follows(const Declaration& declaration) const;
+    void branch(const EntryRow& next);
+    void goOwn();
+    void append(const EntryRow& next);
+
+    // What most sections never have, made when one is needed.
+    struct Extras {
+        std::vector<BoxedPair> boxed;
+        std::vector<std::pair<std::uint32_t, Cell>> ownFallbacks;  // defaults unlike their row's
+        std::vector<std::unique_ptr<SectionValue>> views;
+    };
+
+    Extras& extra();
+    const BoxedPair& boxedOf(std::uint32_t entry) const;
+    const Cell* ownFallbackOf(std::uint32_t entry) const;
+    void growCells();
+    void growTexts(std::size_t count);
+
+    std::shared_ptr<EntryTable> table;
+    std::vector<Cell> cells;
+    std::vector<std::string> texts;
+    std::unique_ptr<Extras> extras;
+};
+
+}  // namespace VelkApi::detail
