@@ -60,7 +60,6 @@ class VELKAPI_EXPORT MacroVdm {
 
     int handle = 0;
     int vdmName;
-    char buffer[5000];
 };
 
 }  // namespace VelkApi

@@ -1,7 +1,8 @@
 #include <velkapi/MacroVdm.h>
 
 #include <algorithm>
-#include <iterator>
+#include <array>
+#include <cstddef>
 
 #include "host/HostExports.h"
 
@@ -10,12 +11,11 @@ namespace VelkApi {
 namespace {
 
 constexpr const char* kCaption = "VelkApi::MacroVdm";
+constexpr std::size_t kLineBufferSize = 5000;
 
 }  // namespace
 
-MacroVdm::MacroVdm(int name) : vdmName(name) {
-    buffer[0] = '\0';
-}
+MacroVdm::MacroVdm(int name) : vdmName(name) {}
 
 MacroVdm::MacroVdm(const MacroVdm& other) : MacroVdm(other.vdmName) {}
 
@@ -25,7 +25,6 @@ MacroVdm& MacroVdm::operator=(const MacroVdm& other) {
             Close();
         }
         vdmName = other.vdmName;
-        buffer[0] = '\0';
     }
     return *this;
 }
@@ -100,9 +99,12 @@ bool MacroVdm::SingleGet(std::string& line) {
     if (!requireOpen("SingleGet::str: Vdm not open")) {
         return false;
     }
+    // The host writes the line into a buffer of 5000 bytes. It is the call's own rather than the
+    // store handle's, so that every operation and tool held does not carry it.
+    std::array<char, kLineBufferSize> buffer;
     buffer[0] = '\0';
-    const int done = host::MacroVdmSingleGet(handle, buffer, 1);
-    line.assign(buffer, std::find(buffer, std::end(buffer), '\0'));
+    const int done = host::MacroVdmSingleGet(handle, buffer.data(), 1);
+    line.assign(buffer.data(), std::find(buffer.begin(), buffer.end(), '\0'));
     return done != 0;
 }
 
