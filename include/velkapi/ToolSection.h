@@ -96,6 +96,7 @@ class VELKAPI_EXPORT MillToolSection : public ToolSection {
     void readFromLines(const std::vector<std::string>& record);
 
   private:
+    void declareEntries();
     void read(OperationBase* op);
     void write(OperationBase* op);
 };

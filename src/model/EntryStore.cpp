@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <stdexcept>
 
 #include "model/EntryDefaults.h"
 #include "util/ErrorBoundary.h"
@@ -12,24 +13,66 @@
 
 namespace VelkApi::detail {
 
-// Rows in key order and in number order, over the whole table; a section takes those below its
-// count.
+// Rows in key order and in number order, over the whole table, and an index of their names; a
+// section takes those below its count.
 class EntryTable {
   public:
+    static constexpr std::uint32_t kNone = ~std::uint32_t{0};
+
     explicit EntryTable(bool shared) : inTree(shared) {}
 
     // A table with the first `count` rows of `from`.
-    EntryTable(const EntryTable& from, std::size_t count, bool shared)
-        : rows(from.rows.begin(), from.rows.begin() + static_cast<std::ptrdiff_t>(count)),
-          inTree(shared) {
-        for (std::uint32_t i : from.byName) {
-            if (i < count) {
-                byName.push_back(i);
+    EntryTable(const EntryTable& from, std::size_t count, bool shared) : inTree(shared) {
+        rows.reserve(count + 1);
+        for (std::size_t i = 0; i < count; ++i) {
+            add(from.rows[i]);
+        }
+    }
+
+    // The row named `lowered`, or kNone.
+    std::uint32_t lookup(const std::string& lowered) const {
+        if (slots.empty()) {
+            return kNone;
+        }
+        const std::size_t mask = slots.size() - 1;
+        for (std::size_t slot = hashOf(lowered) & mask;; slot = (slot + 1) & mask) {
+            const std::uint32_t held = slots[slot];
+            if (held == 0) {
+                return kNone;
+            }
+            if (rows[held - 1].name == lowered) {
+                return held - 1;
             }
         }
-        textRows = static_cast<std::size_t>(
-            std::count_if(rows.begin(), rows.end(),
-                          [](const EntryRow& row) { return row.storage == Storage::Text; }));
+    }
+
+    // Appends a row whose name the table does not hold.
+    void add(const EntryRow& next) {
+        const auto at = static_cast<std::uint32_t>(rows.size());
+        if ((rows.size() + 1) * 2 > slots.size()) {
+            rehash(std::max<std::size_t>(16, slots.size() * 2));
+        }
+        rows.push_back(next);
+        // Nothing below allocates but byName's insertion; on its failure the row goes again.
+        try {
+            // Most sections declare in key order: such a key goes last without a search.
+            auto place = byName.end();
+            if (!byName.empty() && rows[byName.back()].name >= next.name) {
+                place = std::lower_bound(byName.begin(), byName.end(), next.name,
+                                         [this](std::uint32_t i, const std::string& name) {
+                                             return rows[i].name < name;
+                                         });
+            }
+            byName.insert(place, at);
+        } catch (...) {
+            rows.pop_back();
+            throw;
+        }
+        index(at);
+        byNumber.clear();
+        if (next.storage == Storage::Text) {
+            ++textRows;
+        }
     }
 
     std::vector<EntryRow> rows;
@@ -38,6 +81,35 @@ class EntryTable {
     std::vector<std::pair<std::uint32_t, std::shared_ptr<EntryTable>>> branches;
     std::size_t textRows = 0;
     const bool inTree;  // shared by every section declaring its rows; else one section's own
+
+  private:
+    // FNV-1a.
+    static std::size_t hashOf(const std::string& name) {
+        std::uint32_t hash = 2166136261u;
+        for (char c : name) {
+            hash = (hash ^ static_cast<unsigned char>(c)) * 16777619u;
+        }
+        return hash;
+    }
+
+    void rehash(std::size_t size) {
+        std::vector<std::uint32_t> grown(size, 0);
+        slots.swap(grown);
+        for (std::uint32_t i = 0; i < rows.size(); ++i) {
+            index(i);
+        }
+    }
+
+    void index(std::uint32_t row) {
+        const std::size_t mask = slots.size() - 1;
+        std::size_t slot = hashOf(rows[row].name) & mask;
+        while (slots[slot] != 0) {
+            slot = (slot + 1) & mask;
+        }
+        slots[slot] = row + 1;
+    }
+
+    std::vector<std::uint32_t> slots;  // row + 1 by the name's hash, open addressing; 0 is free
 };
 
 namespace {
@@ -61,26 +133,16 @@ char lower(char c) {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
 
-// A lower-cased name against a key of any case, as the keys' byte order has it.
-int compareName(const std::string& lowered, const std::string& key) {
-    const std::size_t common = std::min(lowered.size(), key.size());
-    for (std::size_t i = 0; i < common; ++i) {
-        const auto a = static_cast<unsigned char>(lowered[i]);
-        const auto b = static_cast<unsigned char>(lower(key[i]));
-        if (a != b) {
-            return a < b ? -1 : 1;
-        }
-    }
-    if (lowered.size() == key.size()) {
-        return 0;
-    }
-    return lowered.size() < key.size() ? -1 : 1;
+// A lower-cased name against a key of any case.
+bool sameName(const std::string& lowered, const std::string& key) {
+    return lowered.size() == key.size() && std::equal(lowered.begin(), lowered.end(), key.begin(),
+                                                      [](char a, char b) { return a == lower(b); });
 }
 
 bool sameRow(const EntryRow& row, const Declaration& declaration) {
     return row.nr == declaration.nr && row.bit == declaration.bit && row.type == declaration.type &&
            row.axis == declaration.axis && row.storage == declaration.storage &&
-           compareName(row.name, declaration.name) == 0;
+           sameName(row.name, declaration.name);
 }
 
 bool sameRows(const EntryRow& a, const EntryRow& b) {
@@ -98,6 +160,12 @@ bool sameNumber(ValueDataType type, Cell a, Cell b) {
         default:
             return a.flag == b.flag;
     }
+}
+
+// Rows whose names are data (geometry references) or whose values are a caller's own are kept
+// by their section alone.
+bool isShareable(const EntryRow& row) {
+    return row.storage != Storage::Boxed && row.storage != Storage::Object;
 }
 
 EntryRow rowOf(const Declaration& declaration) {
@@ -136,6 +204,24 @@ void* copyNumber(ValueDataType type, Cell cell, void* target) {
     return target;
 }
 
+// As a VelkObjectValue gives its object: a null target gets a new copy the caller deletes.
+void* copyObject(const VelkObject& object, void* target) {
+    if (target == nullptr) {
+        return new VelkObject(object);
+    }
+    *static_cast<VelkObject*>(target) = object;
+    return target;
+}
+
+// As an ActionValue gives its action: nothing for a null target.
+void* copyAction(const Action& action, void* target) {
+    if (target == nullptr) {
+        return nullptr;
+    }
+    *static_cast<Action*>(target) = action;
+    return target;
+}
+
 void logNullReference(const char* operation) {
     LogFile::instance().error(std::string("NULLREFERENCE-Error in SectionValue::") + operation);
 }
@@ -167,6 +253,16 @@ std::shared_ptr<Value> defaultObject(const EntryRef& entry) {
         case ValueDataType::Bool: {
             bool fallback = false;
             return std::make_shared<BoolValue>(*static_cast<bool*>(entry.getDefault(&fallback)));
+        }
+        case ValueDataType::VelkObject: {
+            VelkObject fallback;
+            entry.getDefault(&fallback);
+            return std::make_shared<VelkObjectValue>(fallback);
+        }
+        case ValueDataType::Action: {
+            Action fallback;
+            entry.getDefault(&fallback);
+            return std::make_shared<ActionValue>(fallback);
         }
         default: {
             std::string fallback;
@@ -238,6 +334,10 @@ void* EntryRef::getValue(void* target) const {
         case Storage::Text:
             *static_cast<std::string*>(target) = store->texts[cell.index];
             return target;
+        case Storage::Object:
+            return copyObject(*store->objectOf(index, false), target);
+        case Storage::Action:
+            return copyAction(*store->actionOf(index, false), target);
         default:
             break;
     }
@@ -258,6 +358,16 @@ void EntryRef::setValue(const void* source) const {
         }
         case Storage::Text:
             store->texts[cell.index] = *static_cast<const std::string*>(source);
+            return;
+        case Storage::Object:
+            if (source != nullptr) {
+                *store->objectOf(index, false) = *static_cast<const VelkObject*>(source);
+            }
+            return;
+        case Storage::Action:
+            if (source != nullptr) {
+                *store->actionOf(index, false) = *static_cast<const Action*>(source);
+            }
             return;
         default:
             break;
@@ -288,6 +398,10 @@ std::string EntryRef::getValueAsString() const {
         }
         case Storage::Text:
             return store->texts[cell.index];
+        case Storage::Object:
+            return store->objectOf(index, false)->getName();
+        case Storage::Action:
+            return store->actionOf(index, false)->getCommand();
         default:
             break;
     }
@@ -310,6 +424,12 @@ void* EntryRef::getDefault(void* target) const {
             return nullptr;
         }
         return fallback->getValue(target);
+    }
+    if (entryRow.storage == Storage::Object) {
+        return copyObject(*store->objectOf(index, true), target);
+    }
+    if (entryRow.storage == Storage::Action) {
+        return copyAction(*store->actionOf(index, true), target);
     }
     const Cell* own = store->ownFallbackOf(index);
     if (entryRow.storage == Storage::Text) {
@@ -389,6 +509,30 @@ bool EntryStore::addText(const Declaration& declaration, std::string fallback, s
     return true;
 }
 
+bool EntryStore::addObject(const Declaration& declaration, VelkObject value, VelkObject fallback) {
+    return addPair(declaration, extra().objects, std::move(value), std::move(fallback));
+}
+
+bool EntryStore::addAction(const Declaration& declaration, Action value, Action fallback) {
+    return addPair(declaration, extra().actions, std::move(value), std::move(fallback));
+}
+
+template <typename T>
+bool EntryStore::addPair(const Declaration& declaration, std::vector<T>& kept, T value,
+                         T fallback) {
+    if (!declare(declaration, [&] { return rowOf(declaration); })) {
+        return false;
+    }
+    growCells();
+    makeRoom(kept, 2);
+    Cell cell{};
+    cell.index = static_cast<std::uint32_t>(kept.size());
+    kept.push_back(std::move(value));
+    kept.push_back(std::move(fallback));
+    cells.push_back(cell);
+    return true;
+}
+
 bool EntryStore::addBoxed(const Declaration& declaration, std::unique_ptr<Value> value,
                           std::unique_ptr<Value> fallback) {
     if (!declare(declaration, [&] { return rowOf(declaration); })) {
@@ -413,6 +557,14 @@ EntryStore::Extras& EntryStore::extra() {
 
 const BoxedPair& EntryStore::boxedOf(std::uint32_t entry) const {
     return extras->boxed[cells[entry].index];
+}
+
+VelkObject* EntryStore::objectOf(std::uint32_t entry, bool fallback) const {
+    return &extras->objects[cells[entry].index + (fallback ? 1 : 0)];
+}
+
+Action* EntryStore::actionOf(std::uint32_t entry, bool fallback) const {
+    return &extras->actions[cells[entry].index + (fallback ? 1 : 0)];
 }
 
 const Cell* EntryStore::ownFallbackOf(std::uint32_t entry) const {
@@ -468,7 +620,7 @@ bool EntryStore::declare(const Declaration& declaration, MakeRow&& makeRow) {
         branch(candidate);
         return true;
     }
-    const bool shareable = candidate.storage != Storage::Boxed;
+    const bool shareable = isShareable(candidate);
     if (table->inTree && !(shareable && tree().sharedRows < kSharedRowBound)) {
         goOwn();
     }
@@ -489,7 +641,7 @@ void EntryStore::branch(const EntryRow& next) {
         }
     }
     Tree& shared = tree();
-    const bool inTree = table->inTree && next.storage != Storage::Boxed &&
+    const bool inTree = table->inTree && isShareable(next) &&
                         table->branches.size() < kBranchBound &&
                         shared.sharedRows + at < kSharedRowBound;
     auto made = std::make_shared<EntryTable>(*table, at, inTree);
@@ -506,42 +658,40 @@ void EntryStore::goOwn() {
 }
 
 void EntryStore::append(const EntryRow& next) {
-    EntryTable& rows = *table;
-    const auto at = static_cast<std::uint32_t>(rows.rows.size());
-    // Most sections declare in key order: such a key goes last without a search.
-    auto place = rows.byName.end();
-    if (!rows.byName.empty() && rows.rows[rows.byName.back()].name >= next.name) {
-        place = std::lower_bound(
-            rows.byName.begin(), rows.byName.end(), next.name,
-            [&rows](std::uint32_t i, const std::string& name) { return rows.rows[i].name < name; });
-    }
-    rows.byName.insert(place, at);
-    try {
-        rows.rows.push_back(next);
-    } catch (...) {
-        rows.byName.erase(std::find(rows.byName.begin(), rows.byName.end(), at));
-        throw;
-    }
-    rows.byNumber.clear();
-    if (next.storage == Storage::Text) {
-        ++rows.textRows;
-    }
-    if (rows.inTree) {
+    table->add(next);
+    if (table->inTree) {
         ++tree().sharedRows;
     }
 }
 
+void EntryStore::copyEntriesOf(const EntryStore& model) {
+    if (!cells.empty() || model.extras) {
+        throw std::logic_error("entries are copied into an empty section from plain ones only");
+    }
+    std::vector<std::string> copiedTexts = model.texts;
+    cells = model.cells;
+    texts.swap(copiedTexts);
+    table = model.table;
+}
+
 EntryRef EntryStore::find(const std::string& key) {
-    const EntryTable& rows = *table;
-    const auto found = std::lower_bound(rows.byName.begin(), rows.byName.end(), key,
-                                        [&rows](std::uint32_t i, const std::string& name) {
-                                            return compareName(rows.rows[i].name, name) < 0;
-                                        });
-    if (found == rows.byName.end() || *found >= cells.size() ||
-        compareName(rows.rows[*found].name, key) != 0) {
+    // Most keys asked for are lower-case already and are compared as they are.
+    const bool lowerCase =
+        std::none_of(key.begin(), key.end(), [](char c) { return c >= 'A' && c <= 'Z'; });
+    return lowerCase ? findLowered(key) : findLowered(text::lowerCased(key));
+}
+
+EntryRef EntryStore::findLowered(const std::string& key) {
+    // Callers often ask for one key several times in a row (its type, then its value).
+    if (lastFound < cells.size() && table->rows[lastFound].name == key) {
+        return {this, lastFound};
+    }
+    const std::uint32_t found = table->lookup(key);
+    if (found == EntryTable::kNone || found >= cells.size()) {
         return {};
     }
-    return {this, *found};
+    lastFound = found;
+    return {this, found};
 }
 
 std::vector<EntryRef> EntryStore::byName() {

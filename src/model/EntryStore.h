@@ -14,8 +14,10 @@
 // the library's other process-wide state, are used from the host's one thread.
 #pragma once
 
+#include <velkapi/ActionSection.h>
 #include <velkapi/SectionValue.h>
 #include <velkapi/Value.h>
+#include <velkapi/VelkObject.h>
 
 #include <cstdint>
 #include <memory>
@@ -25,8 +27,9 @@
 
 namespace VelkApi::detail {
 
-// Where an entry's value lives: in its cell, among the section's texts, or boxed.
-enum class Storage : std::uint8_t { Number, Text, Boxed };
+// Where an entry's value lives: in its cell, among the section's texts, objects or actions (its
+// default beside it), or boxed.
+enum class Storage : std::uint8_t { Number, Text, Object, Action, Boxed };
 
 // One value: a double, an int or a bool in place, or the index of a text or of a boxed pair.
 union Cell {
@@ -124,8 +127,14 @@ class EntryStore {
     // Declares an entry unless its name is taken; false when it was taken.
     bool addNumber(const Declaration& declaration, Cell fallback, Cell value);
     bool addText(const Declaration& declaration, std::string fallback, std::string value);
+    bool addObject(const Declaration& declaration, VelkObject value, VelkObject fallback);
+    bool addAction(const Declaration& declaration, Action value, Action fallback);
     bool addBoxed(const Declaration& declaration, std::unique_ptr<Value> value,
                   std::unique_ptr<Value> fallback);
+
+    // This store, still empty, takes the entries of `model`, which holds only numbers and texts:
+    // the same rows, values and defaults as declaring them again would give.
+    void copyEntriesOf(const EntryStore& model);
 
     // The entry of `key` (lower-cased or not); empty when there is none.
     EntryRef find(const std::string& key);
@@ -144,12 +153,15 @@ class EntryStore {
     template <typename MakeRow>
     bool declare(const Declaration& declaration, MakeRow&& makeRow);
     bool follows(const Declaration& declaration) const;
+    EntryRef findLowered(const std::string& key);
     void branch(const EntryRow& next);
     void goOwn();
     void append(const EntryRow& next);
 
     // What most sections never have, made when one is needed.
     struct Extras {
+        std::vector<VelkObject> objects;  // value, then default
+        std::vector<Action> actions;      // value, then default
         std::vector<BoxedPair> boxed;
         std::vector<std::pair<std::uint32_t, Cell>> ownFallbacks;  // defaults unlike their row's
         std::vector<std::unique_ptr<SectionValue>> views;
@@ -157,6 +169,10 @@ class EntryStore {
 
     Extras& extra();
     const BoxedPair& boxedOf(std::uint32_t entry) const;
+    VelkObject* objectOf(std::uint32_t entry, bool fallback) const;
+    Action* actionOf(std::uint32_t entry, bool fallback) const;
+    template <typename T>
+    bool addPair(const Declaration& declaration, std::vector<T>& kept, T value, T fallback);
     const Cell* ownFallbackOf(std::uint32_t entry) const;
     void growCells();
     void growTexts(std::size_t count);
@@ -165,6 +181,7 @@ class EntryStore {
     std::vector<Cell> cells;
     std::vector<std::string> texts;
     std::unique_ptr<Extras> extras;
+    std::uint32_t lastFound = 0;  // the entry the last lookup found
 };
 
 }  // namespace VelkApi::detail

@@ -4,6 +4,7 @@
 #include <cctype>
 #include <cmath>
 #include <stdexcept>
+#include <typeinfo>
 
 #include "model/EntryStore.h"
 #include "model/SectionEntries.h"
@@ -233,14 +234,92 @@ void SectionDictionary::addTextEntry(const detail::Declaration& declaration, std
             [&] { entryStore().addText(declaration, std::move(fallback), std::move(value)); });
 }
 
+namespace {
+
+// True when both values are of the kind `Kind` itself, the kind of the entry's data type.
+template <typename Kind>
+bool bothOf(const Value* value, const Value* fallback) {
+    return value != nullptr && fallback != nullptr && typeid(*value) == typeid(Kind) &&
+           typeid(*fallback) == typeid(Kind);
+}
+
+template <typename Datum>
+Datum datumOf(const Value& value) {
+    Datum datum{};
+    value.getValue(&datum);
+    return datum;
+}
+
+// Values of the library's own kinds are kept as any declared entry's: the section takes their
+// data and the objects go. False for values of other kinds, or of a kind unlike the data type.
+bool keepUnboxed(detail::EntryStore& store, int pnr, const std::string& name, const Value* value,
+                 const Value* fallback, ValueDataType vdtype, bool isaxis) {
+    const auto declared = [&](detail::Storage storage) {
+        return detail::Declaration{pnr, 0, name, vdtype, isaxis, storage};
+    };
+    switch (vdtype) {
+        case ValueDataType::Double:
+            if (!bothOf<DoubleValue>(value, fallback)) {
+                return false;
+            }
+            store.addNumber(declared(detail::Storage::Number), realCell(datumOf<double>(*fallback)),
+                            realCell(datumOf<double>(*value)));
+            return true;
+        case ValueDataType::Int:
+            if (!bothOf<IntValue>(value, fallback)) {
+                return false;
+            }
+            store.addNumber(declared(detail::Storage::Number), integerCell(datumOf<int>(*fallback)),
+                            integerCell(datumOf<int>(*value)));
+            return true;
+        case ValueDataType::Bool:
+            if (!bothOf<BoolValue>(value, fallback)) {
+                return false;
+            }
+            store.addNumber(declared(detail::Storage::Number), flagCell(datumOf<bool>(*fallback)),
+                            flagCell(datumOf<bool>(*value)));
+            return true;
+        case ValueDataType::String:
+            if (!bothOf<StringValue>(value, fallback)) {
+                return false;
+            }
+            store.addText(declared(detail::Storage::Text), datumOf<std::string>(*fallback),
+                          datumOf<std::string>(*value));
+            return true;
+        case ValueDataType::VelkObject:
+            if (!bothOf<VelkObjectValue>(value, fallback)) {
+                return false;
+            }
+            store.addObject(declared(detail::Storage::Object), datumOf<VelkObject>(*value),
+                            datumOf<VelkObject>(*fallback));
+            return true;
+        case ValueDataType::Action:
+            if (!bothOf<ActionValue>(value, fallback)) {
+                return false;
+            }
+            store.addAction(declared(detail::Storage::Action), datumOf<Action>(*value),
+                            datumOf<Action>(*fallback));
+            return true;
+        default:
+            return false;
+    }
+}
+
+}  // namespace
+
 void SectionDictionary::addParameter(int pnr, const std::string& name, Value* value,
                                      Value* defaultval, ValueDataType vdtype, bool isaxis) {
     guarded(kAddParameterText, [&] {
-        // Owned from here on, whatever fails below; dropped when the name is taken.
+        // Owned from here on, whatever fails below; dropped when the name is taken or the
+        // section keeps their data.
         std::unique_ptr<Value> valueOwner(value);
         std::unique_ptr<Value> defaultOwner(defaultval);
-        entryStore().addBoxed({pnr, 0, name, vdtype, isaxis, detail::Storage::Boxed},
-                              std::move(valueOwner), std::move(defaultOwner));
+        detail::EntryStore& store = entryStore();
+        if (keepUnboxed(store, pnr, name, value, defaultval, vdtype, isaxis)) {
+            return;
+        }
+        store.addBoxed({pnr, 0, name, vdtype, isaxis, detail::Storage::Boxed},
+                       std::move(valueOwner), std::move(defaultOwner));
     });
 }
 

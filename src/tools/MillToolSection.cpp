@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <memory>
 #include <variant>
 
 #include "tools/HostVariables.h"
@@ -97,24 +98,56 @@ void appendField(std::string& line, const detail::EntryRef& entry, bool last) {
     }
 }
 
+// The number of entries a tool section declares: a name the table holds twice is declared once.
+std::size_t distinctNames() {
+    static const std::size_t count = [] {
+        const auto& declarations = tools::declarationsByName();
+        std::size_t distinct = 0;
+        for (std::size_t i = 0; i < declarations.size(); ++i) {
+            if (i == 0 || *declarations[i].name != *declarations[i - 1].name) {
+                ++distinct;
+            }
+        }
+        return distinct;
+    }();
+    return count;
+}
+
 }  // namespace
 
 MillToolSection::MillToolSection(int sectionnr) : ToolSection(sectionnr) {
     guarded("Error in ToolSection::ToolSection(int sectionnr)", [&] {
-        for (const auto& [name, number] : tools::declarationsByName()) {
-            switch (tools::kindOf(*name)) {
-                case '$':
-                    addStringParameter(number, *name, "", "");
-                    break;
-                case 'i':
-                    addIntParameter(number, *name, kUnsetInt);
-                    break;
-                default:
-                    addDoubleParameter(number, *name, kUnsetDouble);
-                    break;
-            }
+        // Every tool section declares the same entries. The first that declares them all keeps
+        // a copy of them, which every later one copies instead of declaring them again.
+        static std::unique_ptr<detail::EntryStore> declared;
+        detail::EntryStore& entries = detail::SectionEntries::of(*this);
+        if (declared) {
+            entries.copyEntriesOf(*declared);
+            return;
+        }
+        declareEntries();
+        if (entries.size() == distinctNames()) {  // none failed
+            auto copy = std::make_unique<detail::EntryStore>();
+            copy->copyEntriesOf(entries);
+            declared = std::move(copy);
         }
     });
+}
+
+void MillToolSection::declareEntries() {
+    for (const auto& [name, number] : tools::declarationsByName()) {
+        switch (tools::kindOf(*name)) {
+            case '$':
+                addStringParameter(number, *name, "", "");
+                break;
+            case 'i':
+                addIntParameter(number, *name, kUnsetInt);
+                break;
+            default:
+                addDoubleParameter(number, *name, kUnsetDouble);
+                break;
+        }
+    }
 }
 
 MillToolSection::~MillToolSection() = default;

@@ -1,7 +1,11 @@
 // Sections of one kind describe their entries by shared rows and keep only their values.
 #include <gtest/gtest.h>
 
+#include <velkapi/ActionSection.h>
+#include <velkapi/VelkObject.h>
+
 #include <cctype>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -213,4 +217,62 @@ TEST(EntryStore, ACopySharesEntriesDeclaredLater) {
     EXPECT_EQ(copy.getInt(a), 3);
     copy.setInt(a, 4);
     EXPECT_EQ(section.getInt(a), 4);
+}
+
+namespace {
+
+// An int value of a caller's own kind, that counts what is set through it.
+class CountingValue : public IntValue {
+  public:
+    CountingValue(int value, int& counter) : IntValue(value), sets(counter) {}
+    void setValue(const void* source) override {
+        ++sets;
+        IntValue::setValue(source);
+    }
+
+  private:
+    int& sets;
+};
+
+}  // namespace
+
+TEST(EntryStore, AValueOfACallersOwnKindIsKeptAsItIs) {
+    const std::string a = unique("a");
+    int sets = 0;
+    TestSection section;
+    section.addParameter(0, a, new CountingValue(1, sets), new IntValue(2), ValueDataType::Int,
+                         false);
+    section.setInt(a, 7);
+    EXPECT_EQ(sets, 1);
+    EXPECT_EQ(section.getInt(a), 7);
+}
+
+TEST(EntryStore, ObjectsAndActionsHandedOverKeepValueAndDefault) {
+    const std::string object = unique("object");
+    const std::string action = unique("action");
+    const VelkObject named("G12", GeometrySectionType::OutlineFigure);
+    const std::string name = named.getName();
+    ASSERT_FALSE(name.empty());
+    const auto command = static_cast<ActionType>(3);
+    TestSection section;
+    section.addParameter(0, object, new VelkObjectValue(named), new VelkObjectValue(VelkObject()),
+                         ValueDataType::VelkObject, false);
+    section.addParameter(1, action, new ActionValue(Action(command, "M8")),
+                         new ActionValue(Action(command, "M9")), ValueDataType::Action, false);
+    EXPECT_EQ(section.getValueAsString(object), name);
+    EXPECT_EQ(section.getValueAsString(action), "M8");
+    // A null target gets a new copy of the object, and nothing of the action.
+    std::unique_ptr<VelkObject> copy(static_cast<VelkObject*>(section.getValue(object, nullptr)));
+    ASSERT_NE(copy, nullptr);
+    EXPECT_EQ(copy->getName(), name);
+    EXPECT_EQ(section.getValue(action, nullptr), nullptr);
+    // A null source changes nothing.
+    section.setValue(object, nullptr);
+    EXPECT_EQ(section.getValueAsString(object), name);
+    const Action changed(command, "M3");
+    section.setValue(action, &changed);
+    EXPECT_EQ(section.getValueAsString(action), "M3");
+    section.setDefault();
+    EXPECT_EQ(section.getValueAsString(object), "");
+    EXPECT_EQ(section.getValueAsString(action), "M3");  // an action has no default to take
 }

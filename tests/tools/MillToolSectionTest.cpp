@@ -53,6 +53,23 @@ TEST_F(MillToolSectionTest, NewSectionHoldsEverySlotUnset) {
     }
 }
 
+// Later sections take the first one's entries as it declared them, each with values of its own.
+TEST_F(MillToolSectionTest, EverySectionHoldsItsOwnValues) {
+    MillToolSection first(1);
+    first.setDouble("w_t_diam", 12.5);
+    first.setString("$_t_tooldesc", "End mill");
+    MillToolSection second(1);
+    EXPECT_EQ(second.getDouble("w_t_diam"), 2147483647.0);
+    EXPECT_EQ(second.getString("$_t_tooldesc"), "");
+    second.setInt("i_t_tool_nr", 7);
+    EXPECT_EQ(first.getInt("i_t_tool_nr"), 2147483647);
+    EXPECT_EQ(first.getDouble("w_t_diam"), 12.5);
+    std::vector<std::string> firstKeys;
+    std::vector<std::string> secondKeys;
+    EXPECT_EQ(first.readKeys(firstKeys), second.readKeys(secondKeys));
+    EXPECT_EQ(first.getString("$_t_tooldesc"), "End mill");
+}
+
 TEST_F(MillToolSectionTest, EntriesAreNumberedInTableOrder) {
     const InspectedToolSection section;
     EXPECT_EQ(section.numberOf("i_t_tool_id"), 0);
