@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <iterator>
+#include <map>
 
 #include "parameters/ParameterCatalogue.h"
 #include "util/TextHelpers.h"
@@ -305,8 +306,10 @@ void appendStrategyBlock(std::vector<ExpertEntry>& entries) {
 
 }  // namespace
 
-std::vector<ExpertEntry> expertCatalogueOf(MillDrillOperationType type,
-                                           const ExpertHostTexts& host) {
+namespace {
+
+std::vector<ExpertEntry> derivedCatalogueOf(MillDrillOperationType type,
+                                            const ExpertHostTexts& host) {
     std::vector<ExpertEntry> entries;
     // Kinds without an expert form of their own get the catalogue of an unknown kind: "Dummy".
     for (const Row& row : catalogueOf(hasExpertForm(type) ? type : Type::Unknown)) {
@@ -323,6 +326,28 @@ std::vector<ExpertEntry> expertCatalogueOf(MillDrillOperationType type,
         appendStrategyBlock(entries);
     }
     return entries;
+}
+
+bool sameTexts(const ExpertHostTexts& a, const ExpertHostTexts& b) {
+    return a.clearance == b.clearance && a.retract == b.retract && a.project == b.project;
+}
+
+}  // namespace
+
+// Derived once for each kind, and again only when the host's texts have changed since.
+const std::vector<ExpertEntry>& expertCatalogueOf(MillDrillOperationType type,
+                                                  const ExpertHostTexts& host) {
+    struct Derived {
+        ExpertHostTexts host;
+        std::vector<ExpertEntry> entries;
+    };
+    static std::map<MillDrillOperationType, Derived> derivedOnce;
+    const auto found = derivedOnce.find(type);
+    if (found != derivedOnce.end() && sameTexts(found->second.host, host)) {
+        return found->second.entries;
+    }
+    Derived derived{host, derivedCatalogueOf(type, host)};
+    return derivedOnce.insert_or_assign(type, std::move(derived)).first->second.entries;
 }
 
 std::string plainNameOf(MillDrillOperationType type, const std::string& expertName) {

@@ -43,9 +43,10 @@ struct ExpertHostTexts {
     std::string project;
 };
 
-// The entries of `type` in the order they are declared.
-std::vector<ExpertEntry> expertCatalogueOf(MillDrillOperationType type,
-                                           const ExpertHostTexts& host);
+// The entries of `type` in the order they are declared. The list stays valid until the next call
+// for the same kind with other texts.
+const std::vector<ExpertEntry>& expertCatalogueOf(MillDrillOperationType type,
+                                                  const ExpertHostTexts& host);
 
 // The name of the plain entry that the expert entry `expertName` of `type` stands for.
 std::string plainNameOf(MillDrillOperationType type, const std::string& expertName);

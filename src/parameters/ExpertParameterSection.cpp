@@ -102,18 +102,21 @@ std::uint32_t parsedOptionWord(const std::string& field, const detail::EntryRef&
 
 // The text of a plain entry's value; empty for a value that is not set; none for an entry that
 // holds no number or text.
-std::optional<std::string> plainText(const ParameterSection& plain, const std::string& name) {
-    switch (plain.dataTypeOf(name)) {
+std::optional<std::string> plainText(const detail::EntryRef& plain) {
+    switch (plain.getValueDataType()) {
         case ValueDataType::Int: {
-            const int value = plain.getInt(name);
+            int value = 0;
+            plain.getValue(&value);
             return value == kUnsetInt ? "" : std::to_string(value);
         }
         case ValueDataType::Double: {
-            const double value = plain.getDouble(name);
+            double value = 0.0;
+            plain.getValue(&value);
             return value == kUnsetDouble ? "" : text::general6(value);
         }
         case ValueDataType::String: {
-            const std::string value = plain.getString(name);
+            std::string value;
+            plain.getValue(&value);
             return value == parameters::kEmptyText ? "" : value;
         }
         default:
@@ -121,36 +124,42 @@ std::optional<std::string> plainText(const ParameterSection& plain, const std::s
     }
 }
 
+// Copies the value of `from` into `to`, both of the type `T`.
+template <typename T>
+void copyValue(const detail::EntryRef& from, const detail::EntryRef& to) {
+    T value{};
+    from.getValue(&value);
+    to.setValue(&value);
+}
+
 // `entry` takes the value of the plain entry `name`, where the two hold the same kind of value
 // or the entry holds text.
-void takeValue(const detail::EntryRef& entry, const ParameterSection& plain,
+void takeValue(const detail::EntryRef& entry, const ParameterSection& plainSection,
                const std::string& name) {
+    const detail::EntryRef plain = detail::SectionEntries::find(plainSection, name);
+    if (!plain) {
+        return;
+    }
     const ValueDataType kind = entry.getValueDataType();
     if (kind == ValueDataType::String) {
-        if (const std::optional<std::string> value = plainText(plain, name)) {
+        if (const std::optional<std::string> value = plainText(plain)) {
             entry.setValue(&*value);
         }
         return;
     }
-    if (plain.dataTypeOf(name) != kind) {
+    if (plain.getValueDataType() != kind) {
         return;
     }
     switch (kind) {
-        case ValueDataType::Int: {
-            const int value = plain.getInt(name);
-            entry.setValue(&value);
+        case ValueDataType::Int:
+            copyValue<int>(plain, entry);
             break;
-        }
-        case ValueDataType::Double: {
-            const double value = plain.getDouble(name);
-            entry.setValue(&value);
+        case ValueDataType::Double:
+            copyValue<double>(plain, entry);
             break;
-        }
-        case ValueDataType::Bool: {
-            const bool value = plain.getBool(name);
-            entry.setValue(&value);
+        case ValueDataType::Bool:
+            copyValue<bool>(plain, entry);
             break;
-        }
         default:
             break;
     }
