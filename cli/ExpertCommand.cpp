@@ -45,9 +45,32 @@ bool holdsExpertUnset(const VelkApi::SectionDictionary& section, const std::stri
     return text.empty() || text == "2.14748e+09";
 }
 
-// An entry's value as velk show prints it: "unset", or the text the expert form holds.
+// An entry's value as velk show prints it: "unset", or the text the expert form holds. The ints,
+// texts and options an expert form holds are looked up once or twice; anything else as velk
+// show looks it up.
 std::string expertValue(const VelkApi::SectionDictionary& section, const std::string& key) {
-    return holdsExpertUnset(section, key) ? kUnsetWord : entryText(section, key);
+    switch (section.dataTypeOf(key)) {
+        case VelkApi::ValueDataType::Int: {
+            const int value = section.getInt(key);
+            if (value != VelkApi::kUnsetInt && value != VelkApi::kClearedAxis) {
+                return std::to_string(value);
+            }
+            // The entry's own marker is "unset"; the other renders as an empty text.
+            const int marker = section.isAxis(key) ? VelkApi::kClearedAxis : VelkApi::kUnsetInt;
+            return value == marker ? kUnsetWord : "";
+        }
+        case VelkApi::ValueDataType::String: {
+            std::string text = section.getString(key);
+            const int marker = section.isAxis(key) ? VelkApi::kClearedAxis : VelkApi::kUnsetInt;
+            const bool unset =
+                text.empty() || text == "2.14748e+09" || text == std::to_string(marker);
+            return unset ? kUnsetWord : text;
+        }
+        case VelkApi::ValueDataType::Bool:
+            return section.getBool(key) ? "true" : "false";
+        default:
+            return holdsExpertUnset(section, key) ? kUnsetWord : entryText(section, key);
+    }
 }
 
 nlohmann::ordered_json expertJson(const VelkApi::SectionDictionary& section,
@@ -82,7 +105,7 @@ VelkApi::ExpertParameterSection expertFormOf(const VelkApi::MillDrillOperation& 
 }
 
 void printExpertForm(const ExpertOptions& options, int nr) {
-    const auto op = readOperation(options.store, nr);
+    const auto op = readParametersOf(options.store, nr);
     VelkApi::ExpertParameterSection expert = expertFormOf(*op);
     std::cout << "store " << options.store << ", operation " << nr << ": "
               << kindName(op->getOperationType()) << "\n";
@@ -100,7 +123,7 @@ void printExpertForm(const ExpertOptions& options, int nr) {
 }
 
 nlohmann::ordered_json expertFormJson(const ExpertOptions& options, int nr) {
-    const auto op = readOperation(options.store, nr);
+    const auto op = readParametersOf(options.store, nr);
     const VelkApi::ExpertParameterSection expert = expertFormOf(*op);
     nlohmann::ordered_json parameters = nlohmann::ordered_json::object();
     std::vector<std::string> keys;

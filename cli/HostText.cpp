@@ -1,5 +1,6 @@
 #include "HostText.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <iostream>
 
@@ -25,6 +26,10 @@ std::string hexCode(char32_t character) {
 }
 
 // Passes each byte on as the UTF-8 form of its Windows-1252 character.
+bool isAscii(char c) {
+    return static_cast<unsigned char>(c) < 0x80;
+}
+
 class Utf8Converter : public std::streambuf {
   public:
     explicit Utf8Converter(std::streambuf* destination) : target(destination) {}
@@ -34,11 +39,17 @@ class Utf8Converter : public std::streambuf {
         if (traits_type::eq_int_type(c, traits_type::eof())) {
             return traits_type::not_eof(c);
         }
+        if (isAscii(traits_type::to_char_type(c))) {  // the same in both
+            return target->sputc(traits_type::to_char_type(c));
+        }
         const std::string text = codepage::toUtf8(std::string(1, traits_type::to_char_type(c)));
         const auto size = static_cast<std::streamsize>(text.size());
         return target->sputn(text.data(), size) == size ? c : traits_type::eof();
     }
     std::streamsize xsputn(const char* data, std::streamsize count) override {
+        if (std::all_of(data, data + count, isAscii)) {
+            return target->sputn(data, count);
+        }
         const std::string text =
             codepage::toUtf8(std::string_view(data, static_cast<std::size_t>(count)));
         const auto size = static_cast<std::streamsize>(text.size());

@@ -7,7 +7,6 @@
 #include <cerrno>
 #include <charconv>
 #include <cstdlib>
-#include <iomanip>
 #include <iostream>
 #include <optional>
 
@@ -55,7 +54,10 @@ void requireOperation(int store, int op) {
     }
 }
 
-std::unique_ptr<VelkApi::MillDrillOperation> readOperation(int store, int op) {
+namespace {
+
+// The operation, not yet read; a record that is no machining operation is refused.
+std::unique_ptr<VelkApi::MillDrillOperation> machiningOperation(int store, int op) {
     requireOperation(store, op);
     refuseToolStore(store, "see its tools with velk tools PROJECT --store {store} --json");
     auto operation = std::make_unique<VelkApi::MillDrillOperation>(store, op);
@@ -64,7 +66,24 @@ std::unique_ptr<VelkApi::MillDrillOperation> readOperation(int store, int op) {
                            std::to_string(store) + " is not a machining operation (velk ops " +
                            "PROJECT --store " + std::to_string(store) + " lists them)");
     }
+    return operation;
+}
+
+}  // namespace
+
+std::unique_ptr<VelkApi::MillDrillOperation> readOperation(int store, int op) {
+    auto operation = machiningOperation(store, op);
     operation->readFromVDM();
+    return operation;
+}
+
+std::unique_ptr<VelkApi::MillDrillOperation> readParametersOf(int store, int op) {
+    auto operation = machiningOperation(store, op);
+    VelkApi::ParameterSection* parameters = operation->getParameterSection();
+    // As the whole operation's read: an operation of unknown kind has no stored sections.
+    if (parameters != nullptr && operation->getOperationType() != MillDrillOperationType::Unknown) {
+        parameters->readFromVDM(operation.get());
+    }
     return operation;
 }
 
@@ -138,14 +157,31 @@ VelkApi::SectionDictionary& requireSection(const VelkApi::OperationBase& op,
     throw CommandError("the operation has no section '" + name + "' (it has " + present + ")");
 }
 
+namespace {
+
+// `text` and blanks after it up to `width` characters.
+void appendPadded(std::string& line, const std::string& text, std::size_t width) {
+    line += text;
+    if (text.size() < width) {
+        line.append(width - text.size(), ' ');
+    }
+}
+
+}  // namespace
+
 void printEntries(const VelkApi::SectionDictionary& section, ValuePrinter printValue) {
     std::vector<std::string> keys;
+    std::string lines;
     for (const std::string& key : section.readKeys(keys)) {
         // A key too long for its column keeps a blank before the type.
-        std::cout << "  " << std::left << std::setw(31) << key << " " << std::setw(8)
-                  << dataTypeName(section.dataTypeOf(key)) << std::right << printValue(section, key)
-                  << "\n";
+        lines += "  ";
+        appendPadded(lines, key, 31);
+        lines += ' ';
+        appendPadded(lines, dataTypeName(section.dataTypeOf(key)), 8);
+        lines += printValue(section, key);
+        lines += '\n';
     }
+    std::cout << lines;
 }
 
 std::optional<int> parseWholeNumber(const std::string& text) {

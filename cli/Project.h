@@ -36,6 +36,8 @@ void requireStore(int store);
 void requireOperation(int store, int op);
 // The operation read from the store; throws CommandError when it is not a machining operation.
 std::unique_ptr<VelkApi::MillDrillOperation> readOperation(int store, int op);
+// The same with only the parameter section read from the store, for what is made of it alone.
+std::unique_ptr<VelkApi::MillDrillOperation> readParametersOf(int store, int op);
 
 // "DRILLING", or "kind 15" for a kind without a name, "unknown" for an unrecognised kind.
 std::string kindName(VelkApi::MillDrillOperationType kind);
