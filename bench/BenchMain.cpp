@@ -4,6 +4,7 @@
 #include <benchmark/benchmark.h>
 
 #include "BenchProject.h"
+#include "ExpertFormBench.h"
 #include "RoundTripBench.h"
 
 int main(int argc, char** argv) {
@@ -13,6 +14,7 @@ int main(int argc, char** argv) {
     }
     bench::loadDemoProject();
     bench::registerRoundTrips();
+    bench::registerExpertForms();
     benchmark::RunSpecifiedBenchmarks();
     benchmark::Shutdown();
     return 0;

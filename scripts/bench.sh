@@ -28,7 +28,7 @@ cmake --build "$build" -j2 --target velkapi_bench make-large-project velk
 if [[ " $* " != *--benchmark_filter* ]]; then
   missing=0
   kinds=$("$build/bench/velkapi_bench" --benchmark_list_tests | sed -n 's|^RoundTrip/||p')
-  for name in $(for kind in $kinds; do echo "RoundTrip/$kind HostFloor/$kind RoundTripCaptured/$kind"; done) \
+  for name in $(for kind in $kinds; do echo "RoundTrip/$kind HostFloor/$kind RoundTripCaptured/$kind ExpertForm/$kind"; done) \
     ReadAll/1000 ReadAll/10000 ReadAll/100000 ToolList/1000 ToolList/10000 \
     HostCall/{seek,get,add,replace}/{1000,100000} \
     NumberText/{general,fixed}/{to_chars,snprintf} NumberText/read/{library,strtod}; do
