@@ -83,13 +83,16 @@ class EntryTable {
     const bool inTree;  // shared by every section declaring its rows; else one section's own
 
   private:
-    // FNV-1a.
+    // Eight bytes at a time, each mixed in with a multiplication.
     static std::size_t hashOf(const std::string& name) {
-        std::uint32_t hash = 2166136261u;
-        for (char c : name) {
-            hash = (hash ^ static_cast<unsigned char>(c)) * 16777619u;
+        std::uint64_t hash = name.size();
+        for (std::size_t at = 0; at < name.size(); at += 8) {
+            std::uint64_t chunk = 0;
+            std::memcpy(&chunk, name.data() + at, std::min<std::size_t>(8, name.size() - at));
+            hash = (hash ^ chunk) * 0x9E3779B97F4A7C15u;
+            hash ^= hash >> 29;
         }
-        return hash;
+        return static_cast<std::size_t>(hash);
     }
 
     void rehash(std::size_t size) {
@@ -665,13 +668,25 @@ void EntryStore::append(const EntryRow& next) {
 }
 
 void EntryStore::copyEntriesOf(const EntryStore& model) {
-    if (!cells.empty() || model.extras) {
-        throw std::logic_error("entries are copied into an empty section from plain ones only");
+    if (!cells.empty() || (model.extras && !model.extras->boxed.empty())) {
+        throw std::logic_error("entries are copied into an empty section, and none boxed");
+    }
+    std::unique_ptr<Extras> copiedExtras;
+    if (model.extras) {
+        copiedExtras = std::make_unique<Extras>();
+        copiedExtras->objects = model.extras->objects;
+        copiedExtras->actions = model.extras->actions;
+        copiedExtras->ownFallbacks = model.extras->ownFallbacks;
     }
     std::vector<std::string> copiedTexts = model.texts;
     cells = model.cells;
     texts.swap(copiedTexts);
+    extras = std::move(copiedExtras);
     table = model.table;
+}
+
+bool EntryStore::holdsBoxed() const {
+    return extras && !extras->boxed.empty();
 }
 
 EntryRef EntryStore::find(const std::string& key) {

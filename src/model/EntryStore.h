@@ -132,9 +132,10 @@ class EntryStore {
     bool addBoxed(const Declaration& declaration, std::unique_ptr<Value> value,
                   std::unique_ptr<Value> fallback);
 
-    // This store, still empty, takes the entries of `model`, which holds only numbers and texts:
-    // the same rows, values and defaults as declaring them again would give.
+    // This store, still empty, takes the entries of `model`, which holds none boxed: the same
+    // rows, values and defaults as declaring them again would give.
     void copyEntriesOf(const EntryStore& model);
+    bool holdsBoxed() const;
 
     // The entry of `key` (lower-cased or not); empty when there is none.
     EntryRef find(const std::string& key);

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <iterator>
 #include <map>
+#include <utility>
 
 #include "parameters/ParameterCatalogue.h"
 #include "util/TextHelpers.h"
@@ -335,25 +336,41 @@ bool sameTexts(const ExpertHostTexts& a, const ExpertHostTexts& b) {
 }  // namespace
 
 // Derived once for each kind, and again only when the host's texts have changed since.
-const std::vector<ExpertEntry>& expertCatalogueOf(MillDrillOperationType type,
-                                                  const ExpertHostTexts& host) {
+const ExpertCatalogue& expertCatalogueOf(MillDrillOperationType type, const ExpertHostTexts& host) {
     struct Derived {
         ExpertHostTexts host;
-        std::vector<ExpertEntry> entries;
+        ExpertCatalogue catalogue;
     };
     static std::map<MillDrillOperationType, Derived> derivedOnce;
+    static std::size_t derivations = 0;
     const auto found = derivedOnce.find(type);
     if (found != derivedOnce.end() && sameTexts(found->second.host, host)) {
-        return found->second.entries;
+        return found->second.catalogue;
     }
-    Derived derived{host, derivedCatalogueOf(type, host)};
-    return derivedOnce.insert_or_assign(type, std::move(derived)).first->second.entries;
+    Derived derived{host, {derivedCatalogueOf(type, host), 0, ++derivations}};
+    std::vector<std::string> names;
+    for (const ExpertEntry& entry : derived.catalogue.entries) {
+        names.push_back(entry.name);
+    }
+    std::sort(names.begin(), names.end());
+    derived.catalogue.names = static_cast<std::size_t>(
+        std::distance(names.begin(), std::unique(names.begin(), names.end())));
+    return derivedOnce.insert_or_assign(type, std::move(derived)).first->second.catalogue;
 }
 
-std::string plainNameOf(MillDrillOperationType type, const std::string& expertName) {
-    for (const KindNameText& row : kRenamed) {
-        if (row.kind == kind(type) && expertName == row.text) {
-            return row.name;
+const std::string& plainNameOf(MillDrillOperationType type, const std::string& expertName) {
+    // The renamed names, as texts, built once.
+    static const std::vector<std::pair<int, std::pair<std::string, std::string>>> renamed = [] {
+        std::vector<std::pair<int, std::pair<std::string, std::string>>> rows;
+        for (const KindNameText& row : kRenamed) {
+            rows.push_back({row.kind, {row.text, row.name}});
+        }
+        return rows;
+    }();
+    const int of = kind(type);
+    for (const auto& [rowKind, names] : renamed) {
+        if (rowKind == of && names.first == expertName) {
+            return names.second;
         }
     }
     return expertName;

@@ -43,12 +43,19 @@ struct ExpertHostTexts {
     std::string project;
 };
 
-// The entries of `type` in the order they are declared. The list stays valid until the next call
-// for the same kind with other texts.
-const std::vector<ExpertEntry>& expertCatalogueOf(MillDrillOperationType type,
-                                                  const ExpertHostTexts& host);
+// The entries of a kind in the order they are declared, the number of different names among
+// them, and which derivation of the catalogue this is (each has its own number).
+struct ExpertCatalogue {
+    std::vector<ExpertEntry> entries;
+    std::size_t names = 0;
+    std::size_t derivation = 0;
+};
+
+// The catalogue of `type`. It stays valid until the next call for the same kind with other texts.
+const ExpertCatalogue& expertCatalogueOf(MillDrillOperationType type, const ExpertHostTexts& host);
 
 // The name of the plain entry that the expert entry `expertName` of `type` stands for.
-std::string plainNameOf(MillDrillOperationType type, const std::string& expertName);
+// `expertName` itself when the two are named alike.
+const std::string& plainNameOf(MillDrillOperationType type, const std::string& expertName);
 
 }  // namespace VelkApi::catalogue

@@ -8,6 +8,8 @@
 #include <cstdint>
 #include <functional>
 #include <limits>
+#include <map>
+#include <memory>
 #include <optional>
 #include <stdexcept>
 #include <utility>
@@ -165,6 +167,19 @@ void takeValue(const detail::EntryRef& entry, const ParameterSection& plainSecti
     }
 }
 
+// The form last declared for a kind into an empty section, with the derivation of the catalogue
+// it was declared from and its line count.
+struct DeclaredForm {
+    std::unique_ptr<detail::EntryStore> entries;
+    std::size_t derivation = 0;
+    int lineCount = 0;
+};
+
+std::map<MillDrillOperationType, DeclaredForm>& declaredForms() {
+    static std::map<MillDrillOperationType, DeclaredForm> forms;
+    return forms;
+}
+
 }  // namespace
 
 ExpertParameterSection::ExpertParameterSection(MillDrillOperationType type)
@@ -194,8 +209,18 @@ void ExpertParameterSection::Init() {
                                       false);
         }
 
-        for (const catalogue::ExpertEntry& entry :
-             catalogue::expertCatalogueOf(operationType, host)) {
+        const catalogue::ExpertCatalogue& derived =
+            catalogue::expertCatalogueOf(operationType, host);
+        // A form declared from this catalogue into an empty section before is copied.
+        detail::EntryStore& entries = detail::SectionEntries::of(*this);
+        DeclaredForm& declared = declaredForms()[operationType];
+        if (entries.size() == 0 && declared.entries && declared.derivation == derived.derivation) {
+            entries.copyEntriesOf(*declared.entries);
+            lineCount = declared.lineCount;
+            return;
+        }
+        const bool empty = entries.size() == 0;
+        for (const catalogue::ExpertEntry& entry : derived.entries) {
             const std::string fallback = entry.text.value_or("");
             switch (entry.kind) {
                 case catalogue::ExpertKind::Int:
@@ -214,6 +239,12 @@ void ExpertParameterSection::Init() {
         }
         lineCount = parameters::linesHolding(
             parameters::fieldsOf(detail::SectionEntries::byNumber(*this), kExpertLayout));
+        // Kept only when every entry was declared.
+        if (empty && entries.size() == derived.names && !entries.holdsBoxed()) {
+            auto copy = std::make_unique<detail::EntryStore>();
+            copy->copyEntriesOf(entries);
+            declared = {std::move(copy), derived.derivation, lineCount};
+        }
     });
 }
 
@@ -291,7 +322,7 @@ void ExpertParameterSection::readFromStrings(const std::vector<std::string>& lin
 void ExpertParameterSection::readFromParameters(const ParameterSection& parameters) {
     guarded(failureOf("readFromParameters"), [&] {
         for (const detail::EntryRef& entry : detail::SectionEntries::byNumber(*this)) {
-            takeValue(*entry, parameters, catalogue::plainNameOf(operationType, entry->getName()));
+            takeValue(entry, parameters, catalogue::plainNameOf(operationType, entry.name()));
         }
     });
 }
