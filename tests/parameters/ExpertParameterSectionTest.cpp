@@ -107,6 +107,27 @@ TEST_F(ParametersExpert, SetupValuesBecomeTextsWithOneDecimal) {
     EXPECT_TRUE(boxes().empty());
 }
 
+// A later form of a kind is the same as the first, with values of its own, and follows the
+// host's setup values when they change.
+TEST_F(ParametersExpert, EveryFormOfAKindIsDeclaredAlikeAndFollowsTheHost) {
+    const auto first = initialised(Type::POCKET);
+    first->setString("w_clearp", "9.9");
+    const auto second = initialised(Type::POCKET);
+    Texts firstKeys;
+    Texts secondKeys;
+    EXPECT_EQ(second->readKeys(secondKeys), first->readKeys(firstKeys));
+    EXPECT_EQ(second->getLineCount(), first->getLineCount());
+    EXPECT_EQ(second->getString("w_clearp"), "0.4");
+    EXPECT_EQ(written(*second), written(*initialised(Type::POCKET)));
+    host().setGlobal("w_setup_cle", 7.25);
+    const auto third = initialised(Type::POCKET);
+    EXPECT_EQ(third->getString("w_clearp"), "7.2");
+    third->setDefault();
+    EXPECT_EQ(third->getString("w_clearp"), "7.2");
+    second->setDefault();
+    EXPECT_EQ(second->getString("w_clearp"), "0.4");
+}
+
 TEST_F(ParametersExpert, WithoutEitherSetupValueBothTextsAre2AndTheFailureIsTracedOnce) {
     const std::vector<std::vector<std::string>> missing = {
         {"w_setup_cle"}, {"w_setup_ret"}, {"w_setup_cle", "w_setup_ret"}};
