@@ -18,6 +18,8 @@ namespace VelkApi::detail {
 class EntryTable {
   public:
     static constexpr std::uint32_t kNone = ~std::uint32_t{0};
+    // Tables of fewer rows (most a section keeps to itself) are looked through instead.
+    static constexpr std::size_t kHashedFrom = 9;
 
     explicit EntryTable(bool shared) : inTree(shared) {}
 
@@ -31,7 +33,12 @@ class EntryTable {
 
     // The row named `lowered`, or kNone.
     std::uint32_t lookup(const std::string& lowered) const {
-        if (slots.empty()) {
+        if (slots.empty()) {  // a few rows, looked through
+            for (std::uint32_t i = 0; i < rows.size(); ++i) {
+                if (rows[i].name == lowered) {
+                    return i;
+                }
+            }
             return kNone;
         }
         const std::size_t mask = slots.size() - 1;
@@ -49,8 +56,9 @@ class EntryTable {
     // Appends a row whose name the table does not hold.
     void add(const EntryRow& next) {
         const auto at = static_cast<std::uint32_t>(rows.size());
-        if ((rows.size() + 1) * 2 > slots.size()) {
-            rehash(std::max<std::size_t>(16, slots.size() * 2));
+        const bool hashed = rows.size() + 1 >= kHashedFrom;
+        if (hashed && (rows.size() + 1) * 2 > slots.size()) {
+            rehash(std::max<std::size_t>(32, slots.size() * 2));
         }
         rows.push_back(next);
         // Nothing below allocates but byName's insertion; on its failure the row goes again.
@@ -68,7 +76,9 @@ class EntryTable {
             rows.pop_back();
             throw;
         }
-        index(at);
+        if (hashed) {
+            index(at);
+        }
         byNumber.clear();
         if (next.storage == Storage::Text) {
             ++textRows;
@@ -478,8 +488,9 @@ bool EntryStore::addNumber(const Declaration& declaration, Cell fallback, Cell v
     const bool ownFallback = !sameNumber(declaration.type, table->rows[at].fallback, fallback);
     growCells();
     if (ownFallback) {
-        makeRoom(extra().ownFallbacks, 1);
-        extras->ownFallbacks.emplace_back(at, fallback);
+        std::vector<std::pair<std::uint32_t, Cell>>& own = rare().ownFallbacks;
+        makeRoom(own, 1);
+        own.emplace_back(at, fallback);
     }
     cells.push_back(value);
     return true;
@@ -499,11 +510,12 @@ bool EntryStore::addText(const Declaration& declaration, std::string fallback, s
     growCells();
     growTexts(ownFallback ? 2 : 1);
     if (ownFallback) {
-        makeRoom(extra().ownFallbacks, 1);
+        std::vector<std::pair<std::uint32_t, Cell>>& ownFallbacks = rare().ownFallbacks;
+        makeRoom(ownFallbacks, 1);
         Cell own{};
         own.index = static_cast<std::uint32_t>(texts.size());
         texts.push_back(std::move(fallback));
-        extras->ownFallbacks.emplace_back(at, own);
+        ownFallbacks.emplace_back(at, own);
     }
     Cell cell{};
     cell.index = static_cast<std::uint32_t>(texts.size());
@@ -542,7 +554,7 @@ bool EntryStore::addBoxed(const Declaration& declaration, std::unique_ptr<Value>
         return false;
     }
     growCells();
-    std::vector<BoxedPair>& boxed = extra().boxed;
+    std::vector<BoxedPair>& boxed = rare().boxed;
     makeRoom(boxed, 1);
     Cell cell{};
     cell.index = static_cast<std::uint32_t>(boxed.size());
@@ -558,8 +570,16 @@ EntryStore::Extras& EntryStore::extra() {
     return *extras;
 }
 
+EntryStore::Rare& EntryStore::rare() {
+    Extras& more = extra();
+    if (!more.rare) {
+        more.rare = std::make_unique<Rare>();
+    }
+    return *more.rare;
+}
+
 const BoxedPair& EntryStore::boxedOf(std::uint32_t entry) const {
-    return extras->boxed[cells[entry].index];
+    return extras->rare->boxed[cells[entry].index];
 }
 
 VelkObject* EntryStore::objectOf(std::uint32_t entry, bool fallback) const {
@@ -571,10 +591,10 @@ Action* EntryStore::actionOf(std::uint32_t entry, bool fallback) const {
 }
 
 const Cell* EntryStore::ownFallbackOf(std::uint32_t entry) const {
-    if (!extras) {
+    if (!extras || !extras->rare) {
         return nullptr;
     }
-    for (const auto& [at, fallback] : extras->ownFallbacks) {
+    for (const auto& [at, fallback] : extras->rare->ownFallbacks) {
         if (at == entry) {
             return &fallback;
         }
@@ -668,7 +688,7 @@ void EntryStore::append(const EntryRow& next) {
 }
 
 void EntryStore::copyEntriesOf(const EntryStore& model) {
-    if (!cells.empty() || (model.extras && !model.extras->boxed.empty())) {
+    if (!cells.empty() || model.holdsBoxed()) {
         throw std::logic_error("entries are copied into an empty section, and none boxed");
     }
     std::unique_ptr<Extras> copiedExtras;
@@ -676,7 +696,10 @@ void EntryStore::copyEntriesOf(const EntryStore& model) {
         copiedExtras = std::make_unique<Extras>();
         copiedExtras->objects = model.extras->objects;
         copiedExtras->actions = model.extras->actions;
-        copiedExtras->ownFallbacks = model.extras->ownFallbacks;
+        if (model.extras->rare) {
+            copiedExtras->rare = std::make_unique<Rare>();
+            copiedExtras->rare->ownFallbacks = model.extras->rare->ownFallbacks;
+        }
     }
     std::vector<std::string> copiedTexts = model.texts;
     cells = model.cells;
@@ -686,7 +709,7 @@ void EntryStore::copyEntriesOf(const EntryStore& model) {
 }
 
 bool EntryStore::holdsBoxed() const {
-    return extras && !extras->boxed.empty();
+    return extras && extras->rare && !extras->rare->boxed.empty();
 }
 
 EntryRef EntryStore::find(const std::string& key) {
@@ -740,7 +763,7 @@ std::vector<EntryRef> EntryStore::byNumber() {
 }
 
 SectionValue* EntryStore::view(EntryRef entry) {
-    std::vector<std::unique_ptr<SectionValue>>& views = extra().views;
+    std::vector<std::unique_ptr<SectionValue>>& views = rare().views;
     if (views.size() < cells.size()) {
         views.resize(cells.size());
     }

@@ -159,16 +159,23 @@ class EntryStore {
     void goOwn();
     void append(const EntryRow& next);
 
-    // What most sections never have, made when one is needed.
-    struct Extras {
-        std::vector<VelkObject> objects;  // value, then default
-        std::vector<Action> actions;      // value, then default
+    // What few sections have: defaults unlike their rows' (the header's), boxed values, the
+    // SectionValue objects handed out.
+    struct Rare {
+        std::vector<std::pair<std::uint32_t, Cell>> ownFallbacks;
         std::vector<BoxedPair> boxed;
-        std::vector<std::pair<std::uint32_t, Cell>> ownFallbacks;  // defaults unlike their row's
         std::vector<std::unique_ptr<SectionValue>> views;
+    };
+    // What most sections never have, made when one is needed: a geometry section's objects, an
+    // action section's actions (each value, then its default), and the rare rest.
+    struct Extras {
+        std::vector<VelkObject> objects;
+        std::vector<Action> actions;
+        std::unique_ptr<Rare> rare;
     };
 
     Extras& extra();
+    Rare& rare();
     const BoxedPair& boxedOf(std::uint32_t entry) const;
     VelkObject* objectOf(std::uint32_t entry, bool fallback) const;
     Action* actionOf(std::uint32_t entry, bool fallback) const;
