@@ -48,7 +48,7 @@ int finish(int status) {
     return velk::hostReportedErrors() ? 2 : status;
 }
 
-// "velk 0.1.0 (VelkApi library 0.1.0)": velk's own version and that of the library it loaded.
+// "velk 0.2.0 (VelkApi library 0.2.0)": velk's own version and that of the library it loaded.
 std::string versionText() {
     return std::string("velk ") + VELK_VERSION + " (VelkApi library " + VelkApi::libraryVersion() +
            ")";

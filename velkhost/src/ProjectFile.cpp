@@ -32,7 +32,7 @@
 // a project is one), rather than read as a double.
 //
 // A capture of a session in the host application adds what it was taken from:
-//   "capture": {"taken": "2026-11-23T14:05:00Z", "library": "0.1.0",
+//   "capture": {"taken": "2026-11-23T14:05:00Z", "library": "0.2.0",
 //               "missingExports": ["VelkGetNonCadObject"]}
 // "missingExports" lists the host exports the library did not find in that session; the offline
 // host leaves them missing: a call to one goes to "VelkMissingAPI" in its place.
