@@ -317,22 +317,6 @@ bool EntryRef::isAxis() const {
     return row().axis;
 }
 
-double EntryRef::real() const {
-    return store->cells[index].real;
-}
-
-int EntryRef::integer() const {
-    return store->cells[index].integer;
-}
-
-bool EntryRef::flag() const {
-    return store->cells[index].flag;
-}
-
-const std::string& EntryRef::textValue() const {
-    return store->texts[store->cells[index].index];
-}
-
 void* EntryRef::getValue(void* target) const {
     const Cell cell = store->cells[index];
     switch (storage()) {

@@ -5,13 +5,14 @@
 // in the same order, so the rows are shared: the tables form a tree of append-only row lists, and
 // a section that declares the rows of a table it already follows only moves a count forward. A
 // section whose rows depart from its table goes on in a branch of it, taken from the branches
-// already made or made once for every later section declaring the same. Entries whose values the
-// section was handed as Value objects (geometry references, actions, a caller's own kinds) keep
-// them boxed, in a table of their section alone.
+// already made or made once for every later section declaring the same.
 //
-// Texts are kept beside the cells; a default that differs from its row's (the header's, which
-// come from the record) is kept by its section. The tables live as long as the process and, like
-// the library's other process-wide state, are used from the host's one thread.
+// Texts, geometry references and actions are kept beside the cells (a reference's and an
+// action's default with it); values of a caller's own Value kinds stay boxed as handed over. A
+// default that differs from its row's (the header's, which come from the record) is kept by its
+// section. Rows whose names are data (geometry references) or whose values are boxed are kept in
+// a table of their section alone. The shared tables live as long as the process and, like the
+// library's other process-wide state, are used from the host's one thread.
 #pragma once
 
 #include <velkapi/ActionSection.h>
@@ -31,7 +32,8 @@ namespace VelkApi::detail {
 // default beside it), or boxed.
 enum class Storage : std::uint8_t { Number, Text, Object, Action, Boxed };
 
-// One value: a double, an int or a bool in place, or the index of a text or of a boxed pair.
+// One value: a double, an int or a bool in place, or the index of a text, of an object or action
+// pair, or of a boxed pair.
 union Cell {
     double real;
     int integer;
@@ -95,12 +97,6 @@ class EntryRef {
     void* getDefault(void* target) const;
     void clearValue() const;
     void setValueToDefault() const;
-
-    // The number, for entries kept in place: no copy through a caller's object.
-    double real() const;
-    int integer() const;
-    bool flag() const;
-    const std::string& textValue() const;
 
   private:
     friend class EntryStore;
