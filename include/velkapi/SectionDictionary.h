@@ -118,7 +118,8 @@ class VELKAPI_EXPORT SectionDictionary {
     void addStringAxisParameter(int pnr, const std::string& name, const std::string& defaultval);
 
     /// The entry of `key` (any case), or null. The section makes the SectionValue when first
-    /// asked and keeps it while the entry exists.
+    /// asked and keeps it while the entry exists; it, and a copy of it, read and write the
+    /// section's own value, so neither may outlive the section.
     SectionValue* findEntry(const std::string& key) const;
     /// Every entry, ordered by number (entries of equal number in key order).
     std::vector<SectionValue*> entriesByNumber() const;
