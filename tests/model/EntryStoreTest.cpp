@@ -16,10 +16,12 @@ using Texts = std::vector<std::string>;
 
 namespace {
 
-// Rows no other test declares, so that each test starts its own part of the shared tables.
+// Rows no other test declares, so that each test starts its own part of the shared tables. The
+// number has four digits, so that names made later sort after the ones before.
 std::string unique(const std::string& name) {
     static int next = 0;
-    return "entry_store_test_" + std::to_string(next++) + "_" + name;
+    const std::string number = std::to_string(next++);
+    return "entry_store_test_" + std::string(4 - number.size(), '0') + number + "_" + name;
 }
 
 Texts namesByNumber(const TestSection& section) {
