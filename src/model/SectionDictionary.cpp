@@ -1,9 +1,5 @@
 #include <velkapi/SectionDictionary.h>
 
-#include <algorithm>
-#include <cctype>
-#include <cmath>
-#include <stdexcept>
 #include <typeinfo>
 
 #include "model/EntryStore.h"
@@ -15,8 +11,6 @@
 namespace VelkApi {
 
 using detail::guarded;
-
-using text::lowerCased;
 
 SectionDictionary::SectionDictionary(int sectionnr) : sectionNr(sectionnr) {
     guarded("Error in SectionDictionary(int sectionnr)",
