@@ -1,5 +1,7 @@
 #include "ScriptedSession.h"
 
+#include <gtest/gtest.h>
+
 #include <velkapi/VelkApi.h>
 #include <velkhost/OfflineHost.h>
 
@@ -160,7 +162,11 @@ Transcript runScriptedSession() {
 
 std::string scratchFolder() {
     namespace fs = std::filesystem;
-    const fs::path folder = fs::temp_directory_path() / "velkapi-capture-test";
+    // A folder of the running test's own: ctest runs the tests of this program side by side.
+    const ::testing::TestInfo* test = ::testing::UnitTest::GetInstance()->current_test_info();
+    const fs::path folder =
+        fs::temp_directory_path() /
+        ("velkapi-capture-test-" + std::string(test->test_suite_name()) + "." + test->name());
     std::error_code ignored;
     fs::remove_all(folder, ignored);
     fs::create_directories(folder);
