@@ -12,7 +12,14 @@ using detail::guarded;
 
 namespace fields {
 
+// A field holding a plain number converts without the error boundary (see text::plainInt).
 int intField(const std::string& line, std::size_t pos, int defaultval) {
+    int plain = 0;
+    std::size_t used = 0;
+    if (pos < line.size() &&
+        text::plainInt(line.data() + pos, line.data() + line.size(), plain, used)) {
+        return plain;
+    }
     return guarded(0,
                    "Error in SectionDictionary::getIntFromLine(const string & line, int "
                    "defaultval)",
@@ -27,6 +34,14 @@ int intField(const std::string& line, std::size_t pos, int defaultval) {
 }
 
 double doubleField(const std::string& line, std::size_t pos, double defaultval) {
+    // A ',' ends a plain number early; the field is then read with the ',' as a decimal point.
+    double plain = 0.0;
+    std::size_t used = 0;
+    if (pos < line.size() &&
+        text::plainDouble(line.data() + pos, line.data() + line.size(), plain, used) &&
+        line[pos + used] != ',') {
+        return plain;
+    }
     const auto describe = [](const char* reason) {
         return std::string(
                    "Error in SectionDictionary::getDoubleFromLine((const string & line, double "

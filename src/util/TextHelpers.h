@@ -25,6 +25,13 @@ inline bool isBlank(char c) {
 }
 void skipBlanks(const std::string& line, std::size_t& pos);
 
+// A number from `begin` that std::from_chars reads as strtol or strtod would (in range, no
+// blanks or '+' first, not hexadecimal, no infinity or NaN, a double neither too small nor
+// subnormal): true, with the value and the characters taken. False for anything else, which
+// the readers below take to the C runtime.
+bool plainInt(const char* begin, const char* end, int& target, std::size_t& used);
+bool plainDouble(const char* begin, const char* end, double& target, std::size_t& used);
+
 // Characters converted; an empty text converts nothing and leaves the target alone.
 std::size_t toInt(const std::string& text, int& target);
 std::size_t toDouble(const std::string& text, double& target);
@@ -69,7 +76,12 @@ std::string lowerCased(std::string text);
 std::string trimNumber(std::string number);
 
 std::string general6(double value);  // "%g"
-std::string fixed6(double value);    // "%f"
-std::string fixed1(double value);    // "%.1f"
+// "%g" into a buffer, for writers that build a line in place: its length.
+constexpr std::size_t kGeneral6Size = 16;  // "-1.23457e-308" and a spare
+std::size_t printGeneral6(double value, char (&buffer)[kGeneral6Size]);
+void appendGeneral6(std::string& line, double value);
+void appendInt(std::string& line, int value);
+std::string fixed6(double value);  // "%f"
+std::string fixed1(double value);  // "%.1f"
 
 }  // namespace VelkApi::text

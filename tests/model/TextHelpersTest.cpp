@@ -1,6 +1,17 @@
 #include <gtest/gtest.h>
 
+#include <cerrno>
+#include <charconv>
+#include <climits>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <limits>
+#include <random>
 #include <stdexcept>
+#include <string>
+#include <vector>
 
 #include "util/TextHelpers.h"
 
@@ -221,4 +232,220 @@ TEST(LowerCased, TurnsOnlyAToZ) {
     EXPECT_EQ(lowerCased("I_Type(3) AZ az"), "i_type(3) az az");
     EXPECT_EQ(lowerCased("\xC4\xD6-@[`{"), "\xC4\xD6-@[`{");
     EXPECT_EQ(lowerCased(""), "");
+}
+
+namespace {
+
+// What the C runtime makes of a text: its value (as bits, so that -0 and NaN compare) and the
+// characters it took, or the name of the error the readers throw.
+struct Reading {
+    std::string outcome;
+    std::size_t used = 0;
+    bool operator==(const Reading& other) const {
+        return outcome == other.outcome && used == other.used;
+    }
+};
+
+std::ostream& operator<<(std::ostream& out, const Reading& reading) {
+    return out << reading.outcome << " after " << reading.used;
+}
+
+std::string bitsOf(double value) {
+    unsigned long long bits = 0;
+    std::memcpy(&bits, &value, sizeof bits);
+    return std::to_string(bits);
+}
+
+Reading strtodReading(const std::string& text) {
+    char* end = nullptr;
+    errno = 0;
+    const double value = std::strtod(text.c_str(), &end);
+    if (end == text.c_str()) {
+        return {"invalid", 0};
+    }
+    if (errno == ERANGE) {
+        return {"out of range", 0};
+    }
+    return {bitsOf(value), static_cast<std::size_t>(end - text.c_str())};
+}
+
+Reading strtolReading(const std::string& text) {
+    char* end = nullptr;
+    errno = 0;
+    const long value = std::strtol(text.c_str(), &end, 10);
+    if (end == text.c_str()) {
+        return {"invalid", 0};
+    }
+    if (errno == ERANGE || value < INT_MIN || value > INT_MAX) {
+        return {"out of range", 0};
+    }
+    return {std::to_string(value), static_cast<std::size_t>(end - text.c_str())};
+}
+
+template <typename Read>
+Reading libraryReading(Read read) {
+    try {
+        return read();
+    } catch (const std::invalid_argument&) {
+        return {"invalid", 0};
+    } catch (const std::out_of_range&) {
+        return {"out of range", 0};
+    }
+}
+
+Reading doubleReading(const std::string& text) {
+    return libraryReading([&] {
+        double value = 0.0;
+        const std::size_t used = toDouble(text, value);
+        return Reading{bitsOf(value), used};
+    });
+}
+
+Reading intReading(const std::string& text) {
+    return libraryReading([&] {
+        int value = 0;
+        const std::size_t used = toInt(text, value);
+        return Reading{std::to_string(value), used};
+    });
+}
+
+// Texts at every edge of the conversions: signs and blanks first, hexadecimal, infinities and
+// NaN, results too large, too small and subnormal, exponents without digits, commas.
+const std::vector<std::string> kEdgeTexts = {
+    "0",
+    "-0",
+    "+5",
+    " 7",
+    "\t-3",
+    "-",
+    ".",
+    "-.",
+    ".5",
+    "-.5",
+    "5.",
+    "1e",
+    "1e+",
+    "1E-2x",
+    "0x1A",
+    "-0x1p3",
+    "0X10",
+    "00x5",
+    "inf",
+    "-inf",
+    "infinity",
+    "nan",
+    "-nan",
+    "nan(1)",
+    "1e400",
+    "-1e400",
+    "1e-400",
+    "4.9e-324",
+    "2.2250738585072011e-308",
+    "2.2250738585072014e-308",
+    "0e999999999999",
+    "0.000e-999",
+    "1,5",
+    "12abc",
+    "2147483647",
+    "2147483648",
+    "-2147483648",
+    "-2147483649",
+    "99999999999999999999",
+    "2.14748e+09",
+    "1.7976931348623157e308",
+    "1.7976931348623159e308",
+    "0.1000000000000000055511151231257827021181583404541015625"};
+
+}  // namespace
+
+TEST(ToDouble, ReadsEveryTextAsStrtodDoes) {
+    for (const std::string& text : kEdgeTexts) {
+        EXPECT_EQ(doubleReading(text), strtodReading(text)) << text;
+    }
+    std::mt19937_64 random(20261125);
+    std::uniform_int_distribution<int> exponent(-330, 330);
+    std::uniform_int_distribution<int> digitCount(1, 20);
+    std::uniform_int_distribution<int> digit(0, 9);
+    for (int i = 0; i < 20000; ++i) {
+        std::string text = i % 2 == 0 ? "" : "-";
+        const int digits = digitCount(random);
+        for (int d = 0; d < digits; ++d) {
+            text += static_cast<char>('0' + digit(random));
+            if (d == digits / 3) {
+                text += '.';
+            }
+        }
+        if (i % 3 != 0) {
+            text += "e" + std::to_string(exponent(random));
+        }
+        EXPECT_EQ(doubleReading(text), strtodReading(text)) << text;
+    }
+}
+
+TEST(ToInt, ReadsEveryTextAsStrtolDoes) {
+    for (const std::string& text : kEdgeTexts) {
+        EXPECT_EQ(intReading(text), strtolReading(text)) << text;
+    }
+}
+
+TEST(ReadDouble, ACommaAfterTheDigitsEndsTheNumber) {
+    std::size_t pos = 0;
+    double target = 0;
+    EXPECT_EQ(readDouble("1,5 2", pos, target, 0), 1u);
+    EXPECT_EQ(target, 1.0);
+}
+
+namespace {
+
+// "%g" as printf writes it in the "C" locale: std::to_chars with six digits of precision.
+std::string percentG(double value) {
+    char buffer[64];
+    return std::string(
+        buffer,
+        std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::general, 6).ptr);
+}
+
+}  // namespace
+
+// Beside LineFormat.DoublesUseTheShorterOfFixedAndExponentForms: the values each way of printing
+// takes, whole numbers, at most six digits, more, and those at its edges.
+TEST(General6, PrintsLikePercentG) {
+    EXPECT_EQ(general6(2147480000.0), "2.14748e+09");
+    EXPECT_EQ(general6(2147483647.0), "2.14748e+09");
+    EXPECT_EQ(general6(-0.0), "-0");
+    EXPECT_EQ(general6(12.5), "12.5");
+    EXPECT_EQ(general6(-0.15), "-0.15");
+    EXPECT_EQ(general6(-999999.0), "-999999");
+    EXPECT_EQ(general6(1e6), "1e+06");
+    EXPECT_EQ(general6(999999.5), "1e+06");
+    EXPECT_EQ(general6(123456.7), "123457");
+    EXPECT_EQ(general6(1200.0), "1200");
+    EXPECT_EQ(general6(120000.5), "120000");
+    EXPECT_EQ(general6(0.00012), "0.00012");
+    EXPECT_EQ(general6(1.5e-7), "1.5e-07");
+    EXPECT_EQ(general6(3.14159265), "3.14159");
+    EXPECT_EQ(general6(1e300), "1e+300");
+    EXPECT_EQ(general6(-1.25e-300), "-1.25e-300");
+    EXPECT_EQ(general6(5e-324), "4.94066e-324");
+    EXPECT_EQ(general6(std::numeric_limits<double>::infinity()), "inf");
+    EXPECT_EQ(general6(-std::numeric_limits<double>::infinity()), "-inf");
+}
+
+TEST(General6, AgreesWithTheGeneralConversionOnRandomValues) {
+    std::mt19937_64 random(20261125);
+    std::uniform_int_distribution<long long> mantissa(0, 99999999);
+    std::uniform_int_distribution<int> scale(-12, 12);
+    for (int i = 0; i < 100000; ++i) {
+        // A value of a few decimal digits, as section lines hold them, and any double at all.
+        const double decimal =
+            static_cast<double>(mantissa(random)) * std::pow(10.0, scale(random));
+        EXPECT_EQ(general6(decimal), percentG(decimal)) << decimal;
+        EXPECT_EQ(general6(-decimal), percentG(-decimal)) << decimal;
+        unsigned long long bits = random();
+        double any = 0.0;
+        std::memcpy(&any, &bits, sizeof any);
+        if (!std::isnan(any)) {
+            EXPECT_EQ(general6(any), percentG(any)) << bits;
+        }
+    }
 }
