@@ -692,6 +692,10 @@ void EntryStore::copyEntriesOf(const EntryStore& model) {
     table = model.table;
 }
 
+const void* EntryStore::sharedRows() const {
+    return table->inTree ? table.get() : nullptr;
+}
+
 bool EntryStore::holdsBoxed() const {
     return extras && extras->rare && !extras->rare->boxed.empty();
 }

@@ -81,6 +81,8 @@ class EntryRef {
     EntryRef(EntryStore* owner, std::uint32_t at) : store(owner), index(at) {}
 
     explicit operator bool() const { return store != nullptr; }
+    // Its place among its section's entries.
+    std::uint32_t position() const { return index; }
     const EntryRef* operator->() const { return this; }
     const EntryRef& operator*() const { return *this; }
 
@@ -119,6 +121,10 @@ class EntryStore {
     std::size_t size() const { return cells.size(); }
     // True when the two sections' entries are described by the same rows.
     bool sharesRowsWith(const EntryStore& other) const { return table == other.table; }
+    // The shared rows this section follows, which stay as they are while the process lives;
+    // null when its rows are its own. With size(), it names what the entries are: what is
+    // worked out from the rows of one such pair holds for every section of the same pair.
+    const void* sharedRows() const;
 
     // Declares an entry unless its name is taken; false when it was taken.
     bool addNumber(const Declaration& declaration, Cell fallback, Cell value);

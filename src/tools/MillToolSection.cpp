@@ -75,13 +75,13 @@ void appendField(std::string& line, const detail::EntryRef& entry, bool last) {
         case ValueDataType::Double: {
             double value = 0.0;
             entry.getValue(&value);
-            line += text::general6(value);
+            text::appendGeneral6(line, value);
             break;
         }
         case ValueDataType::Int: {
             int value = 0;
             entry.getValue(&value);
-            line += std::to_string(value);
+            text::appendInt(line, value);
             break;
         }
         case ValueDataType::String: {
@@ -97,6 +97,9 @@ void appendField(std::string& line, const detail::EntryRef& entry, bool last) {
         line += ' ';
     }
 }
+
+// Room for a field of a composed line: "2.14748e+09" and its blank.
+constexpr std::size_t kFieldRoom = 12;
 
 // The number of entries a tool section declares: a name the table holds twice is declared once.
 std::size_t distinctNames() {
@@ -170,11 +173,15 @@ void MillToolSection::write(OperationBase* op) {
 
 std::vector<std::string> MillToolSection::composeLines() const {
     std::vector<std::string> record(LINESCOUNT);
-    const std::vector<detail::EntryRef> byPlace = tools::entriesByPlace(*this);
+    for (int line = 0; line < LINESCOUNT; ++line) {
+        record[line].reserve(kFieldRoom * static_cast<std::size_t>(lineslen[line]));
+    }
+    detail::EntryStore& entries = detail::SectionEntries::of(*this);
+    const std::vector<std::uint32_t>& byPlace = tools::entriesByPlace(*this);
     std::size_t place = 0;
     tools::forEachName([&](int line, int slot, const std::string&) {
-        if (const detail::EntryRef& entry = byPlace[place++]) {
-            appendField(record[line], *entry, slot == lineslen[line] - 1);
+        if (const std::uint32_t entry = byPlace[place++]; entry != tools::kNoEntry) {
+            appendField(record[line], {&entries, entry}, slot == lineslen[line] - 1);
         }
     });
     return record;
@@ -193,17 +200,19 @@ void MillToolSection::readFromLines(const std::vector<std::string>& record) {
     if (named == 0) {  // no line: every entry stays as it is
         return;
     }
-    const std::vector<detail::EntryRef> byPlace = tools::entriesByPlace(*this);
+    detail::EntryStore& entries = detail::SectionEntries::of(*this);
+    const std::vector<std::uint32_t>& byPlace = tools::entriesByPlace(*this);
     std::size_t place = 0;
     for (int line = 0; line < named; ++line) {
         const std::string& text = record[line];
         text::FieldCursor fieldsOfLine(text);
         for (int slot = 0; slot < lineslen[line]; ++slot) {
             const std::string& name = lines[line][slot];
-            const detail::EntryRef& entry = byPlace[place++];
-            if (!entry) {
+            const std::uint32_t at = byPlace[place++];
+            if (at == tools::kNoEntry) {
                 continue;
             }
+            const detail::EntryRef entry(&entries, at);
             switch (tools::kindOf(name)) {
                 case '$':
                     entry->setValue(&text);

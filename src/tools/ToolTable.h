@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -59,22 +60,48 @@ inline const std::vector<Declaration>& declarationsByName() {
     return declarations;
 }
 
-// The entry of each table place (by declaration number), empty where the section has none of
+// The entry of each table place (by declaration number), kNoEntry where the section has none of
 // that name: one walk of the entries beside the declarations, both in key order, instead of a
 // lookup per place.
-inline std::vector<detail::EntryRef> entriesByPlace(const SectionDictionary& section) {
+constexpr std::uint32_t kNoEntry = ~std::uint32_t{0};
+
+inline std::vector<std::uint32_t> walkEntriesByPlace(const SectionDictionary& section) {
     const std::vector<detail::EntryRef> entries = detail::SectionEntries::byName(section);
-    std::vector<detail::EntryRef> byPlace(declarationsByName().size());
+    std::vector<std::uint32_t> byPlace(declarationsByName().size(), kNoEntry);
     auto entry = entries.begin();
     for (const auto& [name, number] : declarationsByName()) {
         while (entry != entries.end() && entry->name() < *name) {
             ++entry;
         }
         if (entry != entries.end() && entry->name() == *name) {
-            byPlace[static_cast<std::size_t>(number)] = *entry;
+            byPlace[static_cast<std::size_t>(number)] = entry->position();
         }
     }
     return byPlace;
+}
+
+// As walkEntriesByPlace. Tool sections mostly follow the same shared rows, so the answer for
+// the rows and count the last one followed is kept and handed to the next alike.
+inline const std::vector<std::uint32_t>& entriesByPlace(const SectionDictionary& section) {
+    struct Kept {
+        const void* rows = nullptr;
+        std::size_t count = 0;
+        std::vector<std::uint32_t> byPlace;
+    };
+    static Kept kept;
+    static std::vector<std::uint32_t> unshared;
+    const detail::EntryStore& entries = detail::SectionEntries::of(section);
+    const void* rows = entries.sharedRows();
+    if (rows == nullptr) {
+        unshared = walkEntriesByPlace(section);
+        return unshared;
+    }
+    if (rows != kept.rows || entries.size() != kept.count) {
+        kept.byPlace = walkEntriesByPlace(section);
+        kept.rows = rows;
+        kept.count = entries.size();
+    }
+    return kept.byPlace;
 }
 
 // The key of element `index` (from 1) of a host array: "w_t_val(3)".
