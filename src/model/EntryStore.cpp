@@ -218,6 +218,11 @@ void* copyNumber(ValueDataType type, Cell cell, void* target) {
 }
 
 // As a VelkObjectValue gives its object: a null target gets a new copy the caller deletes.
+void* copyText(const PackedText& text, void* target) {
+    static_cast<std::string*>(target)->assign(text.data(), text.size());
+    return target;
+}
+
 void* copyObject(const VelkObject& object, void* target) {
     if (target == nullptr) {
         return new VelkObject(object);
@@ -329,7 +334,7 @@ void* EntryRef::getValue(void* target) const {
             return value->getValue(target);
         }
         case Storage::Text:
-            *static_cast<std::string*>(target) = store->texts[cell.index];
+            copyText(store->texts[cell.index], target);
             return target;
         case Storage::Object:
             return copyObject(*store->objectOf(index, false), target);
@@ -394,7 +399,7 @@ std::string EntryRef::getValueAsString() const {
             return value->getValueAsString();
         }
         case Storage::Text:
-            return store->texts[cell.index];
+            return store->texts[cell.index].str();
         case Storage::Object:
             return store->objectOf(index, false)->getName();
         case Storage::Action:
@@ -430,8 +435,7 @@ void* EntryRef::getDefault(void* target) const {
     }
     const Cell* own = store->ownFallbackOf(index);
     if (entryRow.storage == Storage::Text) {
-        *static_cast<std::string*>(target) = own ? store->texts[own->index] : entryRow.fallbackText;
-        return target;
+        return copyText(own ? store->texts[own->index] : entryRow.fallbackText, target);
     }
     return copyNumber(entryRow.type, own ? *own : entryRow.fallback, target);
 }
@@ -498,12 +502,12 @@ bool EntryStore::addText(const Declaration& declaration, std::string fallback, s
         makeRoom(ownFallbacks, 1);
         Cell own{};
         own.index = static_cast<std::uint32_t>(texts.size());
-        texts.push_back(std::move(fallback));
+        texts.emplace_back(fallback);
         ownFallbacks.emplace_back(at, own);
     }
     Cell cell{};
     cell.index = static_cast<std::uint32_t>(texts.size());
-    texts.push_back(std::move(value));
+    texts.emplace_back(value);
     cells.push_back(cell);
     return true;
 }
@@ -685,7 +689,7 @@ void EntryStore::copyEntriesOf(const EntryStore& model) {
             copiedExtras->rare->ownFallbacks = model.extras->rare->ownFallbacks;
         }
     }
-    std::vector<std::string> copiedTexts = model.texts;
+    std::vector<PackedText> copiedTexts = model.texts;
     cells = model.cells;
     texts.swap(copiedTexts);
     extras = std::move(copiedExtras);

@@ -20,6 +20,8 @@
 #include <velkapi/Value.h>
 #include <velkapi/VelkObject.h>
 
+#include "model/PackedText.h"
+
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -48,8 +50,8 @@ struct EntryRow {
     ValueDataType type = ValueDataType::None;
     bool axis = false;
     Storage storage = Storage::Number;
-    Cell fallback{};           // the default of a Number entry
-    std::string fallbackText;  // the default of a Text entry
+    Cell fallback{};          // the default of a Number entry
+    PackedText fallbackText;  // the default of a Text entry
 };
 
 // What one adding operation declares: the row without its default, and the default and value.
@@ -81,8 +83,9 @@ class EntryRef {
     EntryRef(EntryStore* owner, std::uint32_t at) : store(owner), index(at) {}
 
     explicit operator bool() const { return store != nullptr; }
-    // Its place among its section's entries.
+    // Its place among its section's entries, and its section's entries.
     std::uint32_t position() const { return index; }
+    const EntryStore* owner() const { return store; }
     const EntryRef* operator->() const { return this; }
     const EntryRef& operator*() const { return *this; }
 
@@ -189,7 +192,7 @@ class EntryStore {
 
     std::shared_ptr<EntryTable> table;
     std::vector<Cell> cells;
-    std::vector<std::string> texts;
+    std::vector<PackedText> texts;
     std::unique_ptr<Extras> extras;
     std::uint32_t lastFound = 0;  // the entry the last lookup found
 };
