@@ -6,6 +6,7 @@
 #include <climits>
 #include <cmath>
 #include <cstdlib>
+#include <cstring>
 #include <stdexcept>
 
 namespace VelkApi::text {
@@ -18,10 +19,21 @@ void skipBlanks(const std::string& line, std::size_t& pos) {
 
 namespace {
 
+// The "not set" marker of a double (2147483647) as records hold it after one write: the number
+// section lines hold most often, printed and read without a conversion.
+constexpr char kUnsetMarkerText[] = "2.14748e+09";
+constexpr std::size_t kUnsetMarkerLength = sizeof kUnsetMarkerText - 1;
+constexpr double kUnsetMarkerRead = 2147480000.0;
+constexpr double kUnsetMarker = 2147483647.0;
+
+bool isDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
 // std::from_chars reads a number as the C runtime does in the "C" locale, several times faster,
 // but takes no blanks or '+' first and no hexadecimal.
 bool startsPlainly(const char* begin, const char* end) {
-    return begin < end && ((*begin >= '0' && *begin <= '9') || *begin == '-' || *begin == '.');
+    return begin < end && (isDigit(*begin) || *begin == '-' || *begin == '.');
 }
 
 // A zero from digits that are all zero; any other digit before the exponent means the number
@@ -54,6 +66,13 @@ bool plainInt(const char* begin, const char* end, int& target, std::size_t& used
 bool plainDouble(const char* begin, const char* end, double& target, std::size_t& used) {
     if (!startsPlainly(begin, end)) {
         return false;
+    }
+    if (static_cast<std::size_t>(end - begin) >= kUnsetMarkerLength &&
+        std::memcmp(begin, kUnsetMarkerText, kUnsetMarkerLength) == 0 &&
+        (end - begin == kUnsetMarkerLength || !isDigit(begin[kUnsetMarkerLength]))) {
+        target = kUnsetMarkerRead;
+        used = kUnsetMarkerLength;
+        return true;
     }
     double value = 0.0;
     const auto [stop, error] = std::from_chars(begin, end, value);
@@ -370,6 +389,10 @@ std::size_t generalFromShortest(double value, char (&buffer)[kGeneral6Size]) {
 }  // namespace
 
 std::size_t printGeneral6(double value, char (&buffer)[kGeneral6Size]) {
+    if (value == kUnsetMarker || value == kUnsetMarkerRead) {
+        std::copy(kUnsetMarkerText, kUnsetMarkerText + kUnsetMarkerLength, buffer);
+        return kUnsetMarkerLength;
+    }
     // A whole number of at most six digits is printed as it stands, which "%g" does too; an
     // integer conversion makes it several times faster than the general one.
     if (value > -1e6 && value < 1e6 && value == static_cast<double>(static_cast<int>(value)) &&
