@@ -1,7 +1,9 @@
 #include "parameters/ParameterLines.h"
 
 #include <algorithm>
-#include <optional>
+#include <charconv>
+#include <map>
+#include <tuple>
 
 #include "util/TextHelpers.h"
 
@@ -23,11 +25,6 @@ int lineOf(int number, int previousLine, int lastNumberedLine) {
     return line <= lastNumberedLine ? line : previousLine;
 }
 
-// A text as one field: as it stands, the empty text as the "not set" marker.
-std::string textField(const std::string& value) {
-    return value.empty() ? kEmptyText : value;
-}
-
 // The sum of 2^(bit-1) over the true bits of an option group.
 std::uint32_t optionWord(const std::vector<detail::EntryRef>& sorted, const Field& field) {
     std::uint32_t word = 0;
@@ -41,40 +38,58 @@ std::uint32_t optionWord(const std::vector<detail::EntryRef>& sorted, const Fiel
     return word;
 }
 
-// The text of one field; none for entries that are not written.
-std::optional<std::string> fieldText(const std::vector<detail::EntryRef>& sorted,
-                                     const Field& field, const LineLayout& layout) {
+template <typename Number>
+void appendNumber(std::string& line, Number number) {
+    char buffer[16];
+    line.append(buffer, std::to_chars(buffer, buffer + sizeof buffer, number).ptr);
+}
+
+// Appends one field and its blank; nothing for entries that are not written. A text is written
+// as it stands, the empty text as the "not set" marker.
+void appendField(std::string& line, const std::vector<detail::EntryRef>& sorted, const Field& field,
+                 const LineLayout& layout) {
     const detail::EntryRef& entry = sorted[field.first];
     switch (entry.getValueDataType()) {
         case ValueDataType::Bool: {
             const std::uint32_t word = optionWord(sorted, field);
             // The bits of a full word wrap into the sign of the host's int.
-            return layout.signedOptionWords ? std::to_string(static_cast<std::int32_t>(word))
-                                            : std::to_string(word);
+            if (layout.signedOptionWords) {
+                appendNumber(line, static_cast<std::int32_t>(word));
+            } else {
+                appendNumber(line, word);
+            }
+            break;
         }
         case ValueDataType::Double: {
             double value = 0.0;
             entry.getValue(&value);
-            return text::general6(value);
+            text::appendGeneral6(line, value);
+            break;
         }
         case ValueDataType::Int: {
             int value = 0;
             entry.getValue(&value);
-            return std::to_string(value);
+            text::appendInt(line, value);
+            break;
         }
         case ValueDataType::String: {
             std::string value;
             entry.getValue(&value);
-            return textField(value);
+            line += value.empty() ? kEmptyText : value;
+            break;
         }
         default:
-            return std::nullopt;
+            return;
     }
+    line += ' ';
 }
 
 }  // namespace
 
-std::vector<Field> fieldsOf(const std::vector<detail::EntryRef>& sorted, const LineLayout& layout) {
+namespace {
+
+std::vector<Field> walkFields(const std::vector<detail::EntryRef>& sorted,
+                              const LineLayout& layout) {
     std::vector<Field> fields;
     int line = 0;
     for (std::size_t first = 0; first < sorted.size();) {
@@ -92,15 +107,34 @@ std::vector<Field> fieldsOf(const std::vector<detail::EntryRef>& sorted, const L
     return fields;
 }
 
+}  // namespace
+
+std::vector<Field> fieldsOf(const std::vector<detail::EntryRef>& sorted, const LineLayout& layout) {
+    // The fields follow from the rows alone: those of sections following the same shared rows
+    // are worked out once. A bounded number is kept.
+    using Key = std::tuple<const void*, std::size_t, int, bool>;
+    constexpr std::size_t kKeptBound = 256;
+    static std::map<Key, std::vector<Field>> kept;
+    const void* rows = sorted.empty() ? nullptr : sorted.front().owner()->sharedRows();
+    if (rows == nullptr) {
+        return walkFields(sorted, layout);
+    }
+    const Key key{rows, sorted.size(), layout.lastNumberedLine, layout.signedOptionWords};
+    if (const auto found = kept.find(key); found != kept.end()) {
+        return found->second;
+    }
+    if (kept.size() >= kKeptBound) {
+        kept.clear();
+    }
+    return kept.emplace(key, walkFields(sorted, layout)).first->second;
+}
+
 std::vector<std::string> composeValueLines(const std::vector<detail::EntryRef>& sorted,
                                            std::size_t count, const LineLayout& layout) {
     std::vector<std::string> lines(count);
     for (const Field& field : fieldsOf(sorted, layout)) {
-        if (field.line < 0 || static_cast<std::size_t>(field.line) >= count) {
-            continue;
-        }
-        if (const std::optional<std::string> text = fieldText(sorted, field, layout)) {
-            lines[static_cast<std::size_t>(field.line)] += *text + " ";
+        if (field.line >= 0 && static_cast<std::size_t>(field.line) < count) {
+            appendField(lines[static_cast<std::size_t>(field.line)], sorted, field, layout);
         }
     }
     return lines;

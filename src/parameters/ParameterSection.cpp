@@ -4,6 +4,9 @@
 #include <velkapi/ParameterSection.h>
 
 #include <cstdint>
+#include <cstring>
+#include <map>
+#include <memory>
 #include <stdexcept>
 #include <vector>
 
@@ -29,6 +32,32 @@ constexpr parameters::LineLayout kRecordLayout{2, true};
 // Until the host's setup values are read.
 constexpr double kSetupClearance = 0.42;
 constexpr double kSetupRetract = 4.2;
+
+// What a kind's entries are declared from: the machine and the setup values.
+struct Declared {
+    catalogue::Machine machine;
+    double clearance;
+    double retract;
+
+    bool operator==(const Declared& other) const {
+        return machine.aware == other.machine.aware && machine.yAxis == other.machine.yAxis &&
+               machine.subspindle == other.machine.subspindle &&
+               std::memcmp(&clearance, &other.clearance, sizeof clearance) == 0 &&
+               std::memcmp(&retract, &other.retract, sizeof retract) == 0;
+    }
+};
+
+// The entries the last section of each kind declared into an empty section, with what they were
+// declared from: a later section declared alike copies them instead of declaring each again.
+struct KeptEntries {
+    Declared from;
+    std::unique_ptr<detail::EntryStore> entries;
+};
+
+std::map<MillDrillOperationType, KeptEntries>& keptEntries() {
+    static std::map<MillDrillOperationType, KeptEntries> kept;
+    return kept;
+}
 
 }  // namespace
 
@@ -72,6 +101,15 @@ void ParameterSection::Init(bool machineAware) {
         lineCount = machineAware ? rows.awareLineCount : rows.plainLineCount;
 
         const catalogue::Machine machine{machineAware, yAxisAvailable, subspindleAvailable};
+        const Declared from{machine, setupClearance, setupRetract};
+        detail::EntryStore& entries = detail::SectionEntries::of(*this);
+        const bool empty = entries.size() == 0;
+        KeptEntries& kept = keptEntries()[operationType];
+        if (empty && kept.entries && kept.from == from) {
+            entries.copyEntriesOf(*kept.entries);
+            return;
+        }
+        std::size_t declarations = 0;
         const auto defaultOf = [&](const catalogue::Default& value) {
             switch (value.source) {
                 case catalogue::Default::Source::SetupClearance:
@@ -86,6 +124,7 @@ void ParameterSection::Init(bool machineAware) {
             if (!catalogue::isDeclared(declaration, operationType, machine)) {
                 continue;
             }
+            ++declarations;
             const std::string& key = declaration.key;
             const catalogue::Row& row = declaration.row;
             switch (row.kind) {
@@ -109,6 +148,12 @@ void ParameterSection::Init(bool machineAware) {
                     addBoolParameter(row.number, row.bit, key, row.value.number != 0.0, false);
                     break;
             }
+        }
+        // Kept only when every declaration made its entry.
+        if (empty && entries.size() == declarations && !entries.holdsBoxed()) {
+            auto copy = std::make_unique<detail::EntryStore>();
+            copy->copyEntriesOf(entries);
+            kept = {from, std::move(copy)};
         }
     });
 }

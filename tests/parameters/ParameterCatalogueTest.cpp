@@ -280,6 +280,32 @@ TEST_F(ParametersCatalogue, ASecondInitAddsNothing) {
     EXPECT_DOUBLE_EQ(section.getDouble("w_zdepth"), -3.0);
 }
 
+TEST_F(ParametersCatalogue, EverySectionOfAKindIsDeclaredAlikeAndFollowsTheMachineAndTheHost) {
+    const auto first = initialised(MillDrillOperationType::POCKET, true, true);
+    first->setDouble("w_clearp", 9.5);
+    const auto second = initialised(MillDrillOperationType::POCKET, true, true);
+    EXPECT_EQ(keys(*second), keys(*first));
+    EXPECT_EQ(second->getLineCount(), first->getLineCount());
+    EXPECT_DOUBLE_EQ(second->getDouble("w_clearp"), 2.5);
+    EXPECT_EQ(optionWord(*second, 21), optionWord(*first, 21));
+
+    host().setGlobal("w_setup_cle", 7.25);
+    const auto third = initialised(MillDrillOperationType::POCKET, true, true);
+    EXPECT_DOUBLE_EQ(third->getDouble("w_clearp"), 7.25);
+    third->setDouble("w_clearp", 1.0);
+    third->setDefault();
+    EXPECT_DOUBLE_EQ(third->getDouble("w_clearp"), 7.25);
+    second->setDefault();
+    EXPECT_DOUBLE_EQ(second->getDouble("w_clearp"), 2.5);
+
+    const auto plain = initialised(MillDrillOperationType::POCKET, true, false);
+    EXPECT_EQ(plain->getLineCount(), 2);
+    EXPECT_LT(keys(*plain).size(), keys(*first).size());
+    useMachineAwareHost("[COMMON]\nNR_OF_CHANNEL=2\n");
+    const auto withoutYAxis = initialised(MillDrillOperationType::POCKET, true, true);
+    EXPECT_LT(optionWord(*withoutYAxis, 21).size(), optionWord(*first, 21).size());
+}
+
 TEST_F(ParametersCatalogue, OptionsStartFalseWhateverTheirDefault) {
     const auto section = initialised(MillDrillOperationType::PROFILE, false, false);
     EXPECT_FALSE(section->getBool("o_retract"));
