@@ -89,10 +89,7 @@ void GeometrySection::addVelkObjectParameter(int nr, const VelkObject& obj) {
         const VelkObject fallback(obj.getName(), 1, VelkObjectType::Figure,
                                   GeometrySectionType::FacemillIslandFigure);
         const std::string key = paddedNumber(nr) + "(" + obj.getName() + ")";
-        auto value = std::make_unique<VelkObjectValue>(obj);
-        auto defaultValue = std::make_unique<VelkObjectValue>(fallback);
-        addParameter(nr, key, value.release(), defaultValue.release(), ValueDataType::VelkObject,
-                     false);
+        detail::SectionEntries::addObject(*this, nr, key, obj, fallback);
     });
 }
 

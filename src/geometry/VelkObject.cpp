@@ -29,12 +29,14 @@ double missingAxis() {
     return std::nan("0x12345");
 }
 
-std::string numberText(double value) {
-    return text::trimNumber(text::fixed6(value));
-}
-
 std::string pointText(double x, double y, double z) {
-    return "X" + numberText(x) + " Y" + numberText(y) + " Z" + numberText(z);
+    std::string text = "X";
+    text::appendShortFixed6(text, x);
+    text += " Y";
+    text::appendShortFixed6(text, y);
+    text += " Z";
+    text::appendShortFixed6(text, z);
+    return text;
 }
 
 std::string figureText(const std::string& figure, int attribute) {

@@ -222,6 +222,22 @@ void SectionDictionary::addEntry(const detail::Declaration& declaration, detail:
     guarded(kAddParameterText, [&] { entryStore().addNumber(declaration, fallback, value); });
 }
 
+void detail::SectionEntries::addObject(SectionDictionary& section, int nr, const std::string& key,
+                                       VelkObject value, VelkObject fallback) {
+    guarded(kAddParameterText, [&] {
+        of(section).addObject({nr, 0, key, ValueDataType::VelkObject, false, Storage::Object},
+                              std::move(value), std::move(fallback));
+    });
+}
+
+void detail::SectionEntries::addAction(SectionDictionary& section, int nr, const std::string& key,
+                                       Action value, Action fallback) {
+    guarded(kAddParameterText, [&] {
+        of(section).addAction({nr, 0, key, ValueDataType::Action, false, Storage::Action},
+                              std::move(value), std::move(fallback));
+    });
+}
+
 void SectionDictionary::addTextEntry(const detail::Declaration& declaration, std::string fallback,
                                      std::string value) {
     guarded(kAddParameterText,

@@ -29,6 +29,13 @@ struct SectionEntries {
         return of(section).byName();
     }
     static std::size_t count(const SectionDictionary& section) { return of(section).size(); }
+
+    // Declares an entry as addParameter does when handed a value and a default of the library's
+    // own object or action kind, without making the two Value objects it would only copy from.
+    static void addObject(SectionDictionary& section, int nr, const std::string& key,
+                          VelkObject value, VelkObject fallback);
+    static void addAction(SectionDictionary& section, int nr, const std::string& key, Action value,
+                          Action fallback);
 };
 
 }  // namespace VelkApi::detail

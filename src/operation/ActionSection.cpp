@@ -37,11 +37,8 @@ ActionSection::~ActionSection() = default;
 
 void ActionSection::addActionParameter(int nr, ActionType type, const std::string& command) {
     guarded("Error in ActionSection::addActionParameter()", [&] {
-        const std::string key = std::to_string(nr);
         const Action action(type, command);
-        auto value = std::make_unique<ActionValue>(action);
-        auto fallback = std::make_unique<ActionValue>(action);
-        addParameter(nr, key, value.release(), fallback.release(), ValueDataType::Action, false);
+        detail::SectionEntries::addAction(*this, nr, std::to_string(nr), action, action);
     });
 }
 

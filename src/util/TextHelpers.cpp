@@ -425,6 +425,24 @@ std::string general6(double value) {
     return std::string(buffer, printGeneral6(value, buffer));
 }
 
+void appendShortFixed6(std::string& line, double value) {
+    char buffer[400];
+    const char* end =
+        std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed, 6).ptr;
+    // As trimNumber: the fraction's trailing zeros and its point go, and "-0" is "0".
+    while (end > buffer && end[-1] == '0') {
+        --end;
+    }
+    while (end > buffer && end[-1] == '.') {
+        --end;
+    }
+    if (end - buffer == 2 && buffer[0] == '-' && buffer[1] == '0') {
+        line += '0';
+        return;
+    }
+    line.append(static_cast<const char*>(buffer), end);
+}
+
 std::string fixed6(double value) {
     return printNumber(value, std::chars_format::fixed);
 }

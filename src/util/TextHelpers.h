@@ -82,6 +82,8 @@ std::size_t printGeneral6(double value, char (&buffer)[kGeneral6Size]);
 void appendGeneral6(std::string& line, double value);
 void appendInt(std::string& line, int value);
 std::string fixed6(double value);  // "%f"
+// trimNumber(fixed6(value)) appended to `line`, without the texts in between.
+void appendShortFixed6(std::string& line, double value);
 std::string fixed1(double value);  // "%.1f"
 
 }  // namespace VelkApi::text

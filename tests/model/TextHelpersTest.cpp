@@ -228,6 +228,17 @@ TEST(Fixed6, PrintsLikePercentF) {
     EXPECT_EQ(fixed6(-2.5), "-2.500000");
 }
 
+TEST(AppendShortFixed6, AppendsTheTrimmedFixedForm) {
+    for (const double value : {2.5, 10.0, -0.0, 0.0, -0.25, -0.0000001, 1e10, 120.000001, -7.0}) {
+        std::string line = "X";
+        appendShortFixed6(line, value);
+        EXPECT_EQ(line, "X" + trimNumber(fixed6(value))) << value;
+    }
+    std::string line;
+    appendShortFixed6(line, -0.0000001);
+    EXPECT_EQ(line, "0");
+}
+
 TEST(LowerCased, TurnsOnlyAToZ) {
     EXPECT_EQ(lowerCased("I_Type(3) AZ az"), "i_type(3) az az");
     EXPECT_EQ(lowerCased("\xC4\xD6-@[`{"), "\xC4\xD6-@[`{");
