@@ -13,6 +13,9 @@ namespace {
 
 constexpr const char* kCaption = "VelkApi::MillTurnVdm";
 
+// Room for a header line of the usual seven sections without growing it.
+constexpr std::size_t kHeaderRoom = 40;
+
 // Reads one decimal int of the header at pos; false when none converts.
 bool readHeaderInt(const std::string& line, std::size_t& pos, int& target) {
     try {
@@ -84,10 +87,14 @@ bool MillTurnVdm::ReadHeader() {
 }
 
 std::string MillTurnVdm::headerText() const {
-    std::string header = std::to_string(operationType) + (operationFlag == 1 ? " 1 " : " 0 ") +
-                         std::to_string(sectionLineCounts.size());
+    std::string header;
+    header.reserve(kHeaderRoom);
+    text::appendInt(header, operationType);
+    header += operationFlag == 1 ? " 1 " : " 0 ";
+    text::appendInt(header, static_cast<int>(sectionLineCounts.size()));
     for (const int count : sectionLineCounts) {
-        header += " " + std::to_string(count);
+        header += ' ';
+        text::appendInt(header, count);
     }
     return header;
 }
