@@ -25,12 +25,25 @@ TEST(PackedText, KeepsEveryByteOfAText) {
     EXPECT_TRUE(text != std::string("a"));
 }
 
+TEST(PackedText, ATextOfSevenBytesIsKeptInPlaceAndOneOfEightAllocated) {
+    const PackedText seven(std::string("1234567"));
+    const PackedText eight(std::string("12345678"));
+    EXPECT_EQ(seven.str(), "1234567");
+    EXPECT_EQ(eight.str(), "12345678");
+    EXPECT_EQ(sizeof(PackedText), sizeof(char*));
+}
+
 TEST(PackedText, ATextOfAnotherLengthOrTheSameReplacesTheOld) {
     PackedText text(std::string("Drill 8.5 mm"));
     text = std::string("DR8.5");
     EXPECT_EQ(text.str(), "DR8.5");
     text = std::string("MILL1");
     EXPECT_EQ(text.str(), "MILL1");
+    text = std::string("Finish contour");
+    text = std::string("Rough contour!");
+    EXPECT_EQ(text.str(), "Rough contour!");
+    text = std::string("X");
+    EXPECT_EQ(text.str(), "X");
     text = std::string();
     EXPECT_EQ(text.size(), 0u);
 }
@@ -46,4 +59,8 @@ TEST(PackedText, CopiesAreTheirOwnAndMovesLeaveTheSourceEmpty) {
     PackedText moved(std::move(original));
     EXPECT_EQ(moved.str(), "Finish the outer contour");
     EXPECT_EQ(original.size(), 0u);  // a moved-from text is empty
+    PackedText shortOne(std::string("DR8.5"));
+    moved = std::move(shortOne);
+    EXPECT_EQ(moved.str(), "DR8.5");
+    EXPECT_EQ(shortOne.size(), 0u);
 }
