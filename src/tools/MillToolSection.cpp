@@ -116,6 +116,54 @@ std::size_t distinctNames() {
     return count;
 }
 
+// The table place of the first slot of each line: the slots of the lines before it.
+const std::vector<std::size_t>& firstPlaceOfLine() {
+    static const std::vector<std::size_t> first = [] {
+        std::vector<std::size_t> places(ToolSection::LINESCOUNT + 1, 0);
+        for (int line = 0; line < ToolSection::LINESCOUNT; ++line) {
+            places[line + 1] = places[line] + static_cast<std::size_t>(ToolSection::lineslen[line]);
+        }
+        return places;
+    }();
+    return first;
+}
+
+// Takes one stored line of the tool record into the entries of its names. A line beyond the
+// table carries no names.
+void readToolLine(detail::EntryStore& entries, const std::vector<std::uint32_t>& byPlace, int line,
+                  const std::string& text) {
+    if (line >= ToolSection::LINESCOUNT) {
+        return;
+    }
+    std::size_t place = firstPlaceOfLine()[line];
+    text::FieldCursor fieldsOfLine(text);
+    for (int slot = 0; slot < ToolSection::lineslen[line]; ++slot) {
+        const std::string& name = ToolSection::lines[line][slot];
+        const std::uint32_t at = byPlace[place++];
+        if (at == tools::kNoEntry) {
+            continue;
+        }
+        const detail::EntryRef entry(&entries, at);
+        switch (tools::kindOf(name)) {
+            case '$':
+                entry->setValue(&text);
+                break;
+            case 'i': {
+                const int value = fields::intField(text, fieldsOfLine.position(slot), 0);
+                entry->setValue(&value);
+                break;
+            }
+            case 'w': {
+                const double value = fields::doubleField(text, fieldsOfLine.position(slot), 0.0);
+                entry->setValue(&value);
+                break;
+            }
+            default:
+                break;
+        }
+    }
+}
+
 }  // namespace
 
 MillToolSection::MillToolSection(int sectionnr) : ToolSection(sectionnr) {
@@ -190,48 +238,20 @@ std::vector<std::string> MillToolSection::composeLines() const {
 void MillToolSection::read(OperationBase* op) {
     guarded("Error in ToolSection::read(VelkApi::MillTurnVdm * vdm)", [&] {
         LogFile::instance().trace("read ToolSection", true);
-        readFromLines(tools::readToolLines(*op->getVDM(), op->getNumber(), sectionNr));
+        // Each line is taken into the entries as it comes, in one text for them all.
+        detail::EntryStore& entries = detail::SectionEntries::of(*this);
+        const std::vector<std::uint32_t>& byPlace = tools::entriesByPlace(*this);
+        tools::forEachToolLine(
+            *op->getVDM(), op->getNumber(), sectionNr,
+            [&](int line, const std::string& text) { readToolLine(entries, byPlace, line, text); });
     });
 }
 
 void MillToolSection::readFromLines(const std::vector<std::string>& record) {
-    // Lines beyond the table carry no names.
-    const int named = std::min(static_cast<int>(record.size()), static_cast<int>(LINESCOUNT));
-    if (named == 0) {  // no line: every entry stays as it is
-        return;
-    }
     detail::EntryStore& entries = detail::SectionEntries::of(*this);
     const std::vector<std::uint32_t>& byPlace = tools::entriesByPlace(*this);
-    std::size_t place = 0;
-    for (int line = 0; line < named; ++line) {
-        const std::string& text = record[line];
-        text::FieldCursor fieldsOfLine(text);
-        for (int slot = 0; slot < lineslen[line]; ++slot) {
-            const std::string& name = lines[line][slot];
-            const std::uint32_t at = byPlace[place++];
-            if (at == tools::kNoEntry) {
-                continue;
-            }
-            const detail::EntryRef entry(&entries, at);
-            switch (tools::kindOf(name)) {
-                case '$':
-                    entry->setValue(&text);
-                    break;
-                case 'i': {
-                    const int value = fields::intField(text, fieldsOfLine.position(slot), 0);
-                    entry->setValue(&value);
-                    break;
-                }
-                case 'w': {
-                    const double value =
-                        fields::doubleField(text, fieldsOfLine.position(slot), 0.0);
-                    entry->setValue(&value);
-                    break;
-                }
-                default:
-                    break;
-            }
-        }
+    for (std::size_t line = 0; line < record.size(); ++line) {
+        readToolLine(entries, byPlace, static_cast<int>(line), record[line]);
     }
 }
 

@@ -26,6 +26,7 @@ int storedToolCount(int vdmname) {
 ToolList::ToolList(int vdmname) {
     guarded("Error in ToolList::ToolList(int vdmname)", [&] {
         const int count = storedToolCount(vdmname);
+        tools.reserve(static_cast<std::size_t>(count));
         for (int i = 0; i < count; ++i) {
             tools.push_back(std::make_shared<ToolOperation>(vdmname, i + 1));
             ++toolCount;

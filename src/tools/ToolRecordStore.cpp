@@ -3,15 +3,9 @@
 namespace VelkApi::tools {
 
 std::vector<std::string> readToolLines(MillTurnVdm& vdm, int operation, int section) {
-    if (vdm.LoadOperation(operation) && section >= 0 && section < vdm.getSectionCount()) {
-        vdm.SeekSection(section);
-    }
-    const std::vector<int>& counts = vdm.getSectionLineCounts();
-    const int count = counts.size() > kToolDataSection ? counts[kToolDataSection] : 0;
     std::vector<std::string> lines;
-    for (std::string line; static_cast<int>(lines.size()) < count && vdm.SingleGet(line);) {
-        lines.push_back(line);
-    }
+    forEachToolLine(vdm, operation, section,
+                    [&](int, const std::string& line) { lines.push_back(line); });
     return lines;
 }
 

@@ -34,7 +34,23 @@ void onOpenStore(const char* failureText, OperationBase* op, Work&& work) {
 
 // The lines of operation `operation`'s tool record: positioned at section `section` when the
 // operation has it, as many lines as the header gives the tool data section (fewer when the
-// store ends before them).
+// store ends before them). Each is handed to onLine(index, line) in one text that the next
+// line is read into; the number of lines read.
+template <typename OnLine>
+int forEachToolLine(MillTurnVdm& vdm, int operation, int section, OnLine&& onLine) {
+    if (vdm.LoadOperation(operation) && section >= 0 && section < vdm.getSectionCount()) {
+        vdm.SeekSection(section);
+    }
+    const std::vector<int>& counts = vdm.getSectionLineCounts();
+    const int count = counts.size() > kToolDataSection ? counts[kToolDataSection] : 0;
+    std::string line;
+    int read = 0;
+    for (; read < count && vdm.SingleGet(line); ++read) {
+        onLine(read, line);
+    }
+    return read;
+}
+
 std::vector<std::string> readToolLines(MillTurnVdm& vdm, int operation, int section);
 
 // Replaces section `section` of operation `operation` with `lines` and stores the number of
