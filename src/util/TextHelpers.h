@@ -3,7 +3,8 @@
 // Rules:
 //  - A line is read from a position that the reader advances. White space is the C runtime's
 //    isspace set below 0x80; a byte with the high bit set, or a zero byte, is never white space.
-//  - Integers convert like strtol (base 10), doubles like strtod. A conversion that takes no
+//  - Integers convert like strtol (base 10), doubles like strtod; a plain number through
+//    std::from_chars, which reads it alike, anything else through them. A conversion that takes no
 //    character throws std::invalid_argument ("invalid stoi argument" / "invalid stod argument");
 //    a value out of range throws std::out_of_range ("stoi argument out of range" /
 //    "stod argument out of range"). The readers let these pass; nothing else throws.
