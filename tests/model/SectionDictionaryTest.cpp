@@ -287,26 +287,6 @@ TEST(SectionDictionaryLog, LostEntryMapLogsWholeSectionTexts) {
               }));
 }
 
-namespace {
-
-std::string copied;
-
-// Whether copying `text` allocates: where the runtime's strings share their characters (the
-// MinGW runtime's do), a copy takes none.
-bool copyingAllocates(const std::string& text) {
-    testsupport::failAllocationAfter(0);
-    try {
-        copied = text;
-    } catch (const std::bad_alloc&) {
-    }
-    const bool allocated = !testsupport::allocationFailurePending();
-    testsupport::stopFailingAllocations();
-    copied.clear();
-    return allocated;
-}
-
-}  // namespace
-
 // Each adder makes its entry as addParameter does, and a failure there is logged under
 // addParameter's text; a text adder first copies its two texts, a failure there under its own
 // text; addBoolParameter makes its entry itself. Nothing is declared by a failed adder.
@@ -322,7 +302,8 @@ TEST(SectionDictionaryLog, FailingAllocationLogsAdderTexts) {
         "Error in SectionDictionary::addStringParameter(int pnr, const string &  name, const "
         "string &  defaultval, const string &  value)";
     // Where copying takes no allocation, the first one a text adder makes is its entry's.
-    const std::string& copyText = copyingAllocates(text) ? addStringText : addParameterText;
+    const std::string& copyText =
+        testsupport::copyingAllocates(text) ? addStringText : addParameterText;
     struct Case {
         std::function<void()> add;
         int allocationsBefore;

@@ -284,6 +284,10 @@ TEST_F(ActionSectionTest, FailingAddsAndListsLogTheirTexts) {
     for (const std::string& text : seen) {
         EXPECT_TRUE(allowed.count(text)) << text;
     }
-    EXPECT_TRUE(seen.count("Error in ActionSection::addActionParameter()"));
+    // The action's own allocation is its command's copy, which the MinGW runtime's strings
+    // share instead.
+    if (testsupport::copyingAllocates(command)) {
+        EXPECT_TRUE(seen.count("Error in ActionSection::addActionParameter()"));
+    }
     EXPECT_TRUE(seen.count("Error in ActionSection::getValues()"));
 }

@@ -5,6 +5,7 @@
 
 #include <cstdlib>
 #include <new>
+#include <string>
 
 namespace testsupport {
 
@@ -24,6 +25,19 @@ void stopFailingAllocations() {
 
 bool allocationFailurePending() {
     return allocationsUntilFailure >= 0;
+}
+
+bool copyingAllocates(const std::string& text) {
+    static std::string copied;
+    failAllocationAfter(0);
+    try {
+        copied = text;
+    } catch (const std::bad_alloc&) {
+    }
+    const bool allocated = !allocationFailurePending();
+    stopFailingAllocations();
+    copied.clear();
+    return allocated;
 }
 
 }  // namespace testsupport

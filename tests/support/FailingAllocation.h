@@ -13,6 +13,9 @@ void failAllocationAfter(int skip);
 void stopFailingAllocations();
 // True while the failure planned by failAllocationAfter has not happened yet.
 bool allocationFailurePending();
+// Whether copying `text` allocates: where the runtime's strings share their characters (the
+// MinGW runtime's do), a copy takes none.
+bool copyingAllocates(const std::string& text);
 
 // Runs `work` once for every allocation it makes, that allocation failing, and gathers the error
 // log texts of all the runs. A std::bad_alloc out of `work` (an object's own construction,
