@@ -2,9 +2,8 @@
 
 #include <algorithm>
 #include <charconv>
-#include <map>
-#include <tuple>
 
+#include "model/SharedRowsMemo.h"
 #include "util/TextHelpers.h"
 
 namespace VelkApi::parameters {
@@ -110,23 +109,12 @@ std::vector<Field> walkFields(const std::vector<detail::EntryRef>& sorted,
 }  // namespace
 
 std::vector<Field> fieldsOf(const std::vector<detail::EntryRef>& sorted, const LineLayout& layout) {
-    // The fields follow from the rows alone: those of sections following the same shared rows
-    // are worked out once. A bounded number is kept.
-    using Key = std::tuple<const void*, std::size_t, int, bool>;
-    constexpr std::size_t kKeptBound = 256;
-    static std::map<Key, std::vector<Field>> kept;
-    const void* rows = sorted.empty() ? nullptr : sorted.front().owner()->sharedRows();
-    if (rows == nullptr) {
-        return walkFields(sorted, layout);
+    if (sorted.empty()) {
+        return {};
     }
-    const Key key{rows, sorted.size(), layout.lastNumberedLine, layout.signedOptionWords};
-    if (const auto found = kept.find(key); found != kept.end()) {
-        return found->second;
-    }
-    if (kept.size() >= kKeptBound) {
-        kept.clear();
-    }
-    return kept.emplace(key, walkFields(sorted, layout)).first->second;
+    static detail::SharedRowsMemo<std::vector<Field>> fields;
+    const int variant = layout.lastNumberedLine * 2 + (layout.signedOptionWords ? 1 : 0);
+    return fields.of(*sorted.front().owner(), variant, [&] { return walkFields(sorted, layout); });
 }
 
 std::vector<std::string> composeValueLines(const std::vector<detail::EntryRef>& sorted,

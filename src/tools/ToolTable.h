@@ -12,6 +12,7 @@
 #include <velkapi/ToolSection.h>
 
 #include "model/SectionEntries.h"
+#include "model/SharedRowsMemo.h"
 
 namespace VelkApi::tools {
 
@@ -80,28 +81,11 @@ inline std::vector<std::uint32_t> walkEntriesByPlace(const SectionDictionary& se
     return byPlace;
 }
 
-// As walkEntriesByPlace. Tool sections mostly follow the same shared rows, so the answer for
-// the rows and count the last one followed is kept and handed to the next alike.
+// As walkEntriesByPlace, worked out once for the shared rows tool sections follow.
 inline const std::vector<std::uint32_t>& entriesByPlace(const SectionDictionary& section) {
-    struct Kept {
-        const void* rows = nullptr;
-        std::size_t count = 0;
-        std::vector<std::uint32_t> byPlace;
-    };
-    static Kept kept;
-    static std::vector<std::uint32_t> unshared;
-    const detail::EntryStore& entries = detail::SectionEntries::of(section);
-    const void* rows = entries.sharedRows();
-    if (rows == nullptr) {
-        unshared = walkEntriesByPlace(section);
-        return unshared;
-    }
-    if (rows != kept.rows || entries.size() != kept.count) {
-        kept.byPlace = walkEntriesByPlace(section);
-        kept.rows = rows;
-        kept.count = entries.size();
-    }
-    return kept.byPlace;
+    static detail::SharedRowsMemo<std::vector<std::uint32_t>> byPlace;
+    return byPlace.of(detail::SectionEntries::of(section), 0,
+                      [&] { return walkEntriesByPlace(section); });
 }
 
 // The key of element `index` (from 1) of a host array: "w_t_val(3)".
