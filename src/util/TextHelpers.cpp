@@ -310,16 +310,34 @@ std::string lowerCased(std::string text) {
     return text;
 }
 
+namespace {
+
+// The end of a "%f" text from begin to end without its fraction's trailing zeros and its point:
+// "2.500000" ends after "2.5", "10.000000" after "10".
+const char* trimmedEnd(const char* begin, const char* end) {
+    while (end > begin && end[-1] == '0') {
+        --end;
+    }
+    while (end > begin && end[-1] == '.') {
+        --end;
+    }
+    return end;
+}
+
+bool isMinusZero(const char* begin, const char* end) {
+    return end - begin == 2 && begin[0] == '-' && begin[1] == '0';
+}
+
+}  // namespace
+
 std::string trimNumber(std::string number) {
-    while (!number.empty() && number.back() == '0') {
-        number.pop_back();
+    const char* begin = number.data();
+    const char* end = trimmedEnd(begin, begin + number.size());
+    if (isMinusZero(begin, end)) {
+        return "0";
     }
-    if (!number.empty() && number.back() == '.') {
-        while (!number.empty() && number.back() == '.') {
-            number.pop_back();
-        }
-    }
-    return number == "-0" ? "0" : number;
+    number.resize(static_cast<std::size_t>(end - begin));
+    return number;
 }
 
 namespace {
@@ -427,16 +445,10 @@ std::string general6(double value) {
 
 void appendShortFixed6(std::string& line, double value) {
     char buffer[400];
-    const char* end =
-        std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed, 6).ptr;
-    // As trimNumber: the fraction's trailing zeros and its point go, and "-0" is "0".
-    while (end > buffer && end[-1] == '0') {
-        --end;
-    }
-    while (end > buffer && end[-1] == '.') {
-        --end;
-    }
-    if (end - buffer == 2 && buffer[0] == '-' && buffer[1] == '0') {
+    const char* end = trimmedEnd(
+        buffer,
+        std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed, 6).ptr);
+    if (isMinusZero(buffer, end)) {
         line += '0';
         return;
     }
